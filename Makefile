@@ -1,0 +1,38 @@
+# Two commands do all the set-up: `make demo` and `make check`.
+BUILD   ?= build
+JOBS    ?= $(shell nproc)
+DEMO_DB ?= $(HOME)/.local/share/tarvin/demo.sqlite
+
+.PHONY: all deps configure build check test demo bench clean
+
+all: build
+
+deps:
+	@scripts/install-deps.sh
+
+configure: deps
+	@cmake -S . -B $(BUILD) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+
+build: configure
+	@cmake --build $(BUILD) -j $(JOBS)
+
+# Every test, on SQLite and on a throwaway PostgreSQL cluster.
+check: build
+	@scripts/with-pg.sh ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
+
+# The tests on SQLite only (no PostgreSQL server).
+test: build
+	@ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
+
+demo: build
+	@mkdir -p $(dir $(DEMO_DB))
+	@if [ ! -f "$(DEMO_DB)" ]; then $(BUILD)/bin/tarvin-demo-db --db sqlite:$(DEMO_DB); fi
+	@echo "Demo database: $(DEMO_DB)"
+	@if [ -x $(BUILD)/bin/tarvin ]; then $(BUILD)/bin/tarvin --db sqlite:$(DEMO_DB); \
+	 else echo "The host application comes with the next step; try: $(BUILD)/bin/tarvin-sql --db sqlite:$(DEMO_DB) \"select count(*) from y_khda\""; fi
+
+bench: build
+	@scripts/with-pg.sh sh -c 'for b in $(BUILD)/bin/bench_*; do $$b; done'
+
+clean:
+	rm -rf $(BUILD)

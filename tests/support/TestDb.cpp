@@ -1,0 +1,103 @@
+#include "TestDb.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QUuid>
+#include <atomic>
+#include <cstdlib>
+
+#include "Connection.h"
+#include "Schema.h"
+
+namespace tarvin::test {
+
+using tarvin::sql::Dialect;
+
+static QString pgAdminUrl() { return qEnvironmentVariable("TARVIN_TEST_PG_URL"); }
+
+std::vector<Engine> engines() {
+    std::vector<Engine> out{{Dialect::SQLite, "SQLite"}};
+    if (!pgAdminUrl().isEmpty())
+        out.push_back({Dialect::PostgreSQL, "PostgreSQL"});
+    else if (qEnvironmentVariable("TARVIN_REQUIRE_PG") == QLatin1String("1"))
+        ADD_FAILURE() << "TARVIN_REQUIRE_PG=1 but TARVIN_TEST_PG_URL is not set";
+    return out;
+}
+
+std::string engineName(const ::testing::TestParamInfo<Engine>& info) { return info.param.name; }
+
+static QString scratchDir() {
+    static QTemporaryDir dir(QDir::tempPath() + QStringLiteral("/tarvin-test-XXXXXX"));
+    return dir.path();
+}
+
+static void runAdmin(const QString& sql) {
+    const QString name = QStringLiteral("tarvin_admin_") + QUuid::createUuid().toString(QUuid::Id128);
+    {
+        QSqlDatabase admin = tarvin::db::openConnection(pgAdminUrl(), name);
+        QSqlQuery q(admin);
+        if (!q.exec(sql))
+            ADD_FAILURE() << sql.toStdString() << ": " << q.lastError().text().toStdString();
+    }
+    tarvin::db::closeConnection(name);
+}
+
+TestDatabase::TestDatabase(Dialect dialect, bool withSchema, const QString& connection)
+    : dialect_(dialect), connection_(connection) {
+    static std::atomic<int> counter{0};
+    const int n = counter++;
+    if (dialect == Dialect::SQLite) {
+        path_ = QStringLiteral("%1/db%2.sqlite").arg(scratchDir()).arg(n);
+        QFile::remove(path_);
+        url_ = QStringLiteral("sqlite:") + path_;
+    } else if (dialect == Dialect::PostgreSQL) {
+        dbName_ = QStringLiteral("tarvin_t%1_%2").arg(QCoreApplication::applicationPid()).arg(n);
+        runAdmin(QStringLiteral("DROP DATABASE IF EXISTS ") + dbName_);
+        runAdmin(QStringLiteral("CREATE DATABASE ") + dbName_);
+        auto u = tarvin::db::DatabaseUrl::parse(pgAdminUrl());
+        u.database = dbName_;
+        url_ = u.toString();
+    } else {
+        throw std::invalid_argument("no test database for Oracle");
+    }
+    QSqlDatabase d = tarvin::db::openConnection(url_, connection_);
+    if (withSchema) tarvin::db::createSchema(d);
+}
+
+TestDatabase::~TestDatabase() {
+    tarvin::db::closeConnection(connection_);
+    if (!path_.isEmpty()) QFile::remove(path_);
+    if (!dbName_.isEmpty()) runAdmin(QStringLiteral("DROP DATABASE IF EXISTS ") + dbName_ + QStringLiteral(" WITH (FORCE)"));
+}
+
+QSqlDatabase TestDatabase::db() const { return QSqlDatabase::database(connection_, false); }
+
+void TestDatabase::exec(const QString& nativeSql, const QVariantList& binds) {
+    QSqlQuery q(db());
+    bool ok;
+    if (binds.isEmpty()) {
+        ok = q.exec(nativeSql);
+    } else {
+        ok = q.prepare(nativeSql);
+        for (const QVariant& v : binds) q.addBindValue(v);
+        ok = ok && q.exec();
+    }
+    if (!ok) ADD_FAILURE() << nativeSql.toStdString() << ": " << q.lastError().text().toStdString();
+}
+
+QVariant TestDatabase::scalar(const QString& nativeSql, const QVariantList& binds) {
+    QSqlQuery q(db());
+    bool ok = q.prepare(nativeSql);
+    for (const QVariant& v : binds) q.addBindValue(v);
+    ok = ok && q.exec();
+    if (!ok) {
+        ADD_FAILURE() << nativeSql.toStdString() << ": " << q.lastError().text().toStdString();
+        return {};
+    }
+    return q.next() ? q.value(0) : QVariant();
+}
+
+}  // namespace tarvin::test

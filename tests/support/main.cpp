@@ -1,0 +1,10 @@
+// Test entry: Qt needs its application object for drivers and (later)
+// widgets; the offscreen platform keeps screen tests headless.
+#include <QCoreApplication>
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}

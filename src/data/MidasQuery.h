@@ -270,6 +270,7 @@ private:
     bool bof_ = true;
     Row editBuffer_;
     int editRow_ = -1;  // row being edited or the insert position
+    qint64 returnTo_ = 0;  // row current before an insert, for Cancel
     qint64 nextId_ = 1;
     int rowsAffected_ = 0;
     QString lastEngineSql_;

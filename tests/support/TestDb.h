@@ -10,6 +10,12 @@
 
 #include "SqlDialect.h"
 
+// Readable QString values in test failures.
+QT_BEGIN_NAMESPACE
+inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
+inline void PrintTo(const QStringList& l, std::ostream* os) { *os << '[' << l.join(QStringLiteral(", ")).toStdString() << ']'; }
+QT_END_NAMESPACE
+
 namespace tarvin::test {
 
 struct Engine {

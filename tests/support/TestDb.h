@@ -22,6 +22,7 @@ struct Engine {
     tarvin::sql::Dialect dialect;
     std::string name;  // "SQLite", "PostgreSQL"
 };
+inline void PrintTo(const Engine& e, std::ostream* os) { *os << e.name; }
 
 // SQLite always; PostgreSQL when TARVIN_TEST_PG_URL is set. With
 // TARVIN_REQUIRE_PG=1 a missing server fails the run instead of skipping.

@@ -1,0 +1,78 @@
+-- Reference schema: the fixed catalogue every database needs.
+--
+-- The same text seeds SQLite and PostgreSQL (a test keeps
+-- db/sqlite/40_seed.sql and db/postgres/40_seed.sql identical). Units,
+-- operators, posts, code lists and customers are data of a utility, not of
+-- the schema: the demo generator writes them.
+
+INSERT INTO dual (dummy) VALUES ('X');
+
+-- Businesses. Class '0001' is business expansion and change (screening by
+-- archived applications offers these); '0002' metering and inspection;
+-- '0003' customer service; '0004' charges.
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('101', '低压居民新装', '0001');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('102', '低压非居民新装', '0001');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('103', '高压新装', '0001');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('104', '临时用电', '0001');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('110', '增容', '0001');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('111', '减容', '0001');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('112', '暂停', '0001');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('113', '减容恢复', '0001');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('114', '暂停恢复', '0001');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('115', '迁址', '0001');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('116', '移表', '0001');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('117', '改压', '0001');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('118', '改类', '0001');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('119', '更名', '0001');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('120', '销户', '0001');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('121', '过户', '0001');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('122', '分户', '0001');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('123', '并户', '0001');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('126', '业务咨询', '0003');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('130', '故障报修', '0003');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('131', '投诉', '0003');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('132', '举报', '0003');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('133', '意见建议', '0003');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('135', '欠费停电', '0004');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('139', '信息查询', '0003');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('141', '服务预约', '0003');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('160', '计量异常处理', '0002');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('191', '计量装置校验', '0002');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('201', '退补电量电费', '0004');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('400', '用电检查管理', '0002');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('401', '用电检查', '0002');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('402', '违约用电窃电处理', '0002');
+INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('405', '中止供电', '0002');
+
+-- Workflow of the businesses this module drives: each item and the next.
+INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('40101', '检查任务下达', '401', '40102', 1);
+INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('40102', '检查工作审批', '401', '40103', 2);
+INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('40103', '检查工作单打印', '401', '40104', 3);
+INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('40104', '检查结果录入', '401', NULL, 4);
+INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('16001', '计量异常记录', '160', '16002', 1);
+INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('16002', '计量装置装拆', '160', '16003', 2);
+INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('16003', '异常处理通知', '160', NULL, 3);
+INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('20101', '退补电量电费申请', '201', '20102', 1);
+INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('20102', '退补电量电费审批', '201', '20103', 2);
+INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('20103', '退补电费发行', '201', NULL, 3);
+INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('19101', '验表申请', '191', '19102', 1);
+INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('19102', '现场核查', '191', '19103', 2);
+INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('19103', '计量装置校验', '191', '19104', 3);
+INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('19104', '校验结果通知', '191', NULL, 4);
+
+-- Every grantable code: the workflow items, and the handling code of the
+-- suspicious-customer alarms.
+INSERT INTO z_ywx (ywxdm, ywxmc, ywdm) SELECT ywxdm, ywxmc, ywdm FROM z_lcjd;
+INSERT INTO z_ywx (ywxdm, ywxmc, ywdm) VALUES ('40099', '异常客户报警处理', '400');
+
+-- Meter categories and transformer categories: the module's logic keys on
+-- these names and codes (register kinds by meter category, ratio lists by
+-- transformer category).
+INSERT INTO w_dblb (dm, mc) VALUES ('01', '有功表');
+INSERT INTO w_dblb (dm, mc) VALUES ('02', '无功表');
+INSERT INTO w_dblb (dm, mc) VALUES ('03', '需量表');
+INSERT INTO w_dblb (dm, mc) VALUES ('04', '多功能表');
+INSERT INTO w_dblb (dm, mc) VALUES ('05', '复费率表');
+INSERT INTO w_dblb (dm, mc) VALUES ('06', '预付费表');
+INSERT INTO w_hgqlb (dm, mc) VALUES ('TA', '电流互感器');
+INSERT INTO w_hgqlb (dm, mc) VALUES ('TV', '电压互感器');

@@ -1,0 +1,43 @@
+// The base of every screen: its stored look, Enter moving on like Tab, F1
+// and Alt+H opening help at the screen's topic, Ctrl+Alt+N naming the
+// screen in front.
+#pragma once
+
+#include <QDialog>
+
+class QAbstractButton;
+
+class TZt_Template_Frm : public QDialog {
+    Q_OBJECT
+public:
+    explicit TZt_Template_Frm(QWidget* parent = nullptr);
+    ~TZt_Template_Frm() override;
+
+    // The screen in front: the modal screen, else the active window.
+    static QWidget* ActiveScreen();
+
+    // The button Escape clicks (none: Escape does nothing, as on the
+    // original screens, so typed input is not lost by a stray key).
+    void SetCancelButton(QAbstractButton* button) { cancelButton_ = button; }
+
+public slots:
+    // Derived screens call the inherited FormShow first in their own.
+    virtual void FormShow();
+
+protected:
+    // Both see every key of the screen's controls before the control does.
+    // Returning true swallows the key.
+    virtual bool FormKeyPress(QWidget* control, QKeyEvent* event);
+    virtual bool FormKeyDown(QWidget* control, QKeyEvent* event);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private slots:
+    void ShowHelp();
+
+private:
+    QAbstractButton* cancelButton_ = nullptr;
+    bool centred_ = false;
+};

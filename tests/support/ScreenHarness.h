@@ -1,0 +1,57 @@
+// Driving screens in tests: the message service scripted, controls found
+// by object name, keys and clicks as real events, modal dialogs answered.
+#pragma once
+
+#include <QMessageBox>
+#include <QPointer>
+#include <QStringList>
+#include <QWidget>
+#include <deque>
+#include <functional>
+#include <gtest/gtest.h>
+
+#include "MessageService.h"
+
+namespace tarvin::test {
+
+// Records every message box and answers it from a script (Ok, or the
+// first of its buttons, when the script is empty). Restores the real boxes
+// when destroyed.
+class ScriptedMessages {
+public:
+    ScriptedMessages();
+    ~ScriptedMessages();
+    void answer(QMessageBox::StandardButton button) { script_.push_back(button); }
+    const std::vector<tarvin::MessageRequest>& shown() const { return shown_; }
+    QStringList texts() const;
+    QString last() const { return shown_.empty() ? QString() : shown_.back().text; }
+    void clear() { shown_.clear(); }
+
+private:
+    std::deque<QMessageBox::StandardButton> script_;
+    std::vector<tarvin::MessageRequest> shown_;
+    tarvin::MessageService::Handler previous_;
+};
+
+// The child of `root` with this object name; fails the test when missing.
+template <class T = QWidget>
+T* find(QObject* root, const QString& name) {
+    T* w = root->findChild<T*>(name);
+    EXPECT_NE(w, nullptr) << "no " << name.toStdString() << " under "
+                          << root->objectName().toStdString();
+    return w;
+}
+
+// Shows the window, makes it active and lets pending events run.
+void showActive(QWidget* window);
+void settle();
+void click(QObject* root, const QString& name);
+void press(QWidget* target, Qt::Key key, Qt::KeyboardModifiers mods = Qt::NoModifier);
+void type(QWidget* target, const QString& text);
+
+// Runs `act` on the next modal dialog that opens (after it is shown), then
+// returns; use before the action that opens it. The dialog is given as
+// argument; `act` must close it.
+void onNextModal(std::function<void(QWidget*)> act);
+
+}  // namespace tarvin::test

@@ -1,11 +1,50 @@
 // The plug-in library a host loads by name. Its exports are the session
-// variables (Unit_zt_gobal) and the entry functions, pulled in whole from
-// the module's static library; this unit only releases the session texts
-// when the library unloads.
+// variables (Unit_zt_gobal, pulled in whole from the module's static
+// library) and the entry functions below: each creates its screen, does its
+// one extra step, shows it modally and frees it whatever happens.
+#include <QApplication>
+#include <memory>
+
+#include "Frm_Jc_Bjsz.h"
+#include "MessageService.h"
 #include "Unit_zt_gobal.h"
 
+#if defined(_WIN32) && !defined(_WIN64)
+#  define TARVIN_STDCALL __stdcall
+#else
+#  define TARVIN_STDCALL
+#endif
+
 namespace {
+
 struct SessionRelease {
     ~SessionRelease() { tarvin::session::releaseAll(); }
 } release;
+
+// An error must not unwind through the C ABI into a host written in any
+// language: it is shown as the host's own error handling would show it.
+template <class Screen, class Step>
+void showScreen(QPointer<Screen>& global, Step step) {
+    try {
+        std::unique_ptr<Screen> screen(new Screen(nullptr));
+        global = screen.get();
+        step(*screen);
+        screen->exec();
+    } catch (const std::exception& e) {
+        tarvin::MessageService::show(QString::fromUtf8(e.what()), QStringLiteral("错误"),
+                                     QMessageBox::Critical);
+    }
+}
+
+template <class Screen>
+void showScreen(QPointer<Screen>& global) {
+    showScreen(global, [](Screen&) {});
+}
+
 }  // namespace
+
+extern "C" {
+
+TARVIN_EXPORT void TARVIN_STDCALL show_jc_bjsz(std::int32_t) { showScreen(Jc_Bjsz_Frm); }
+
+}

@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QPixmap>
 #include <QTest>
 #include <QTimer>
 
@@ -57,6 +58,13 @@ void press(QWidget* target, Qt::Key key, Qt::KeyboardModifiers mods) {
 void type(QWidget* target, const QString& text) {
     QTest::keyClicks(target, text);
     settle();
+}
+
+void screenshot(QWidget* widget, const QString& name) {
+    const QString dir = qEnvironmentVariable("TARVIN_SCREENSHOT_DIR");
+    if (dir.isEmpty()) return;
+    settle();
+    EXPECT_TRUE(widget->grab().save(dir + QLatin1Char('/') + name + QStringLiteral(".png")));
 }
 
 void onNextModal(std::function<void(QWidget*)> act) {

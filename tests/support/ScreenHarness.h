@@ -49,6 +49,10 @@ void click(QObject* root, const QString& name);
 void press(QWidget* target, Qt::Key key, Qt::KeyboardModifiers mods = Qt::NoModifier);
 void type(QWidget* target, const QString& text);
 
+// Saves a PNG of the widget as DIR/NAME.png when TARVIN_SCREENSHOT_DIR is
+// set (how docs/ gets its pictures); does nothing otherwise.
+void screenshot(QWidget* widget, const QString& name);
+
 // Runs `act` on the next modal dialog that opens (after it is shown), then
 // returns; use before the action that opens it. The dialog is given as
 // argument; `act` must close it.

@@ -1,0 +1,39 @@
+// Alarm options: which of the six alarm kinds the operator is reminded of,
+// kept per operator in e_bjxz.
+#pragma once
+
+#include <QPointer>
+
+#include "Frm_Zt_Template.h"
+#include "MidasQuery.h"
+
+class QCheckBox;
+class QPushButton;
+
+class TJc_Bjsz_Frm : public TZt_Template_Frm {
+    Q_OBJECT
+public:
+    explicit TJc_Bjsz_Frm(QWidget* parent = nullptr);
+
+    QCheckBox* ckb_01;
+    QCheckBox* ckb_02;
+    QCheckBox* ckb_03;
+    QCheckBox* ckb_04;
+    QCheckBox* ckb_05;
+    QCheckBox* ckb_06;
+    QCheckBox* ckb_qb;
+    QPushButton* Bbtn_Qr;
+    QPushButton* Bbtn_Tc1;
+    TMidasQuery* Mqry_Select;
+
+    // The six alarm boxes in component order (positions 1 to 6).
+    QList<QCheckBox*> AlarmBoxes() const;
+
+public slots:
+    void FormShow() override;
+    void ckb_qbClick();
+    void Bbtn_QrClick();
+    void Bbtn_Tc1Click();
+};
+
+extern QPointer<TJc_Bjsz_Frm> Jc_Bjsz_Frm;

@@ -1,0 +1,93 @@
+// Alarm options through the screen's widgets, on both engines.
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QSqlQuery>
+
+#include "Frm_Jc_Bjsz.h"
+#include "ScreenHarness.h"
+#include "TestDb.h"
+#include "Unit_zt_gobal.h"
+
+using namespace tarvin::test;
+
+namespace {
+
+class AlarmSettings : public EngineTest {
+protected:
+    void SetUp() override {
+        db = std::make_unique<TestDatabase>(dialect());
+        Gczydm = "0101";
+    }
+    void TearDown() override { Gczydm.clear(); }
+
+    QStringList rows(const QString& czydm = "0101") {
+        QSqlQuery q(db->db());
+        q.prepare("select bjdm, sfyx from e_bjxz where czydm = ? order by bjdm");
+        q.addBindValue(czydm);
+        EXPECT_TRUE(q.exec());
+        QStringList out;
+        while (q.next()) out << q.value(0).toString() + "=" + q.value(1).toString();
+        return out;
+    }
+    void setRows(int inForce) {
+        for (int i = 1; i <= 6; ++i)
+            db->exec("insert into e_bjxz (czydm, bjdm, sfyx) values ('0101', ?, ?)",
+                     {QString("0%1").arg(i), i <= inForce ? QStringLiteral("是") : QStringLiteral("否")});
+    }
+    std::unique_ptr<TestDatabase> db;
+};
+
+TEST_P(AlarmSettings, FirstConfirmWritesSixRowsWithNoForTheUnchecked) {
+    db->exec("insert into e_bjxz (czydm, bjdm, sfyx) values ('0202', '01', '是')");
+    TJc_Bjsz_Frm s;
+    showActive(&s);
+    EXPECT_EQ(s.windowTitle(), QStringLiteral("异常客户报警选项"));
+    for (QCheckBox* b : s.AlarmBoxes()) EXPECT_FALSE(b->isChecked()) << b->objectName().toStdString();
+    EXPECT_FALSE(s.ckb_qb->isChecked());
+
+    click(&s, "ckb_02");
+    click(&s, "ckb_05");
+    click(&s, "Bbtn_Qr");
+    EXPECT_FALSE(s.isVisible());
+    EXPECT_EQ(rows(), (QStringList{QStringLiteral("01=否"), QStringLiteral("02=是"), QStringLiteral("03=否"),
+                                   QStringLiteral("04=否"), QStringLiteral("05=是"), QStringLiteral("06=否")}));
+    EXPECT_EQ(rows("0202"), QStringList{QStringLiteral("01=是")}) << "other operators untouched";
+}
+
+TEST_P(AlarmSettings, SelectAllIsCheckedOnlyWhenAllSixAreInForce) {
+    setRows(5);
+    {
+        TJc_Bjsz_Frm s;
+        showActive(&s);
+        EXPECT_FALSE(s.ckb_qb->isChecked());
+        EXPECT_TRUE(s.ckb_05->isChecked());
+        EXPECT_FALSE(s.ckb_06->isChecked());
+        // Ticking the last box and confirming updates the existing rows.
+        click(&s, "ckb_06");
+        click(&s, "Bbtn_Qr");
+    }
+    EXPECT_EQ(rows().filter(QStringLiteral("=是")).size(), 6);
+    EXPECT_EQ(rows().size(), 6);
+    TJc_Bjsz_Frm s;
+    showActive(&s);
+    EXPECT_TRUE(s.ckb_qb->isChecked());
+    if (dialect() == tarvin::sql::Dialect::SQLite) screenshot(&s, "alarm-settings");
+}
+
+TEST_P(AlarmSettings, SelectAllTogglesTheSixAndExitSavesNothing) {
+    TJc_Bjsz_Frm s;
+    showActive(&s);
+    click(&s, "ckb_qb");
+    for (QCheckBox* b : s.AlarmBoxes()) EXPECT_TRUE(b->isChecked());
+    click(&s, "ckb_qb");
+    for (QCheckBox* b : s.AlarmBoxes()) EXPECT_FALSE(b->isChecked());
+    click(&s, "ckb_03");
+    click(&s, "Bbtn_Tc1");
+    EXPECT_FALSE(s.isVisible());
+    EXPECT_TRUE(rows().isEmpty());
+}
+
+TARVIN_INSTANTIATE_ENGINES(AlarmSettings);
+
+}  // namespace

@@ -24,12 +24,13 @@ check: build
 test: build
 	@ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
 
+# Writes the demo database when it is missing (with a progress line), then
+# starts the host on it.
 demo: build
 	@mkdir -p $(dir $(DEMO_DB))
 	@if [ ! -f "$(DEMO_DB)" ]; then $(BUILD)/bin/tarvin-demo-db --db sqlite:$(DEMO_DB); fi
 	@echo "Demo database: $(DEMO_DB)"
-	@if [ -x $(BUILD)/bin/tarvin ]; then $(BUILD)/bin/tarvin --db sqlite:$(DEMO_DB); \
-	 else echo "The host application comes with the next step; try: $(BUILD)/bin/tarvin-sql --db sqlite:$(DEMO_DB) \"select count(*) from y_khda\""; fi
+	@$(BUILD)/bin/tarvin --demo --db sqlite:$(DEMO_DB)
 
 bench: build
 	@scripts/with-pg.sh sh -c 'for b in $(BUILD)/bin/bench_*; do $$b; done'

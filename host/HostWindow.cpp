@@ -1,0 +1,125 @@
+#include "HostWindow.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QHostInfo>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenuBar>
+#include <QNetworkInterface>
+#include <QRandomGenerator>
+#include <QSqlQuery>
+#include <QStatusBar>
+#include <QSysInfo>
+#include <QVBoxLayout>
+
+namespace tarvin::host {
+
+namespace {
+QString localAddress() {
+    for (const QHostAddress& a : QNetworkInterface::allAddresses())
+        if (a.protocol() == QAbstractSocket::IPv4Protocol && !a.isLoopback()) return a.toString();
+    return QStringLiteral("127.0.0.1");
+}
+}  // namespace
+
+void fillSession(ModuleLoader& module, const Operator& op, const QSqlDatabase& db) {
+    QSqlQuery q(db);
+    QString ny;
+    if (q.exec(QStringLiteral("SELECT to_char(tarvin_sysdate(), 'yyyymm')")) && q.next()) ny = q.value(0).toString();
+    const QList<QPair<QString, QString>> values = {
+        {"Gczydm", op.czydm},
+        {"Gczyxm", op.xingming},
+        {"Gxtid", QStringLiteral("tarvin")},
+        {"Gxtname", QStringLiteral("用电检查")},
+        {"GloginID", QString::number(QRandomGenerator::global()->bounded(1, 1 << 30))},
+        {"GComputerName", QSysInfo::machineHostName()},
+        {"GIpAddr", localAddress()},
+        {"Qqx", QString()},
+        {"GPath", QDir::toNativeSeparators(QCoreApplication::applicationDirPath())},
+        {"Gbm", op.bm},
+        {"Gny", ny},
+        {"Gbmmc", op.bmmc},
+        {"DatabaseName", db.databaseName()},
+        {"ServerName", db.hostName()},
+        {"GFtpservser", QString()},
+        {"GHttpserver", QString()},
+        {"Gdwdm", op.dwdm},
+        {"Gdw", op.dw},
+        {"Gdwmc", op.dwmc},
+        {"Cdbh", QString()},
+        {"ywdm", QString()},
+        {"Ywxdm", QString()},
+        {"Cldm", QString()},
+        {"pgdm", QString()},
+        {"bsh", QString()},
+        {"xzlx", QString()},
+        {"ywxmc", QString()},
+        {"J_NewForWyyd", QStringLiteral("0")},
+    };
+    for (const auto& [name, value] : values) module.setSession(name, value);
+}
+
+HostWindow::HostWindow(ModuleLoader& module, const Operator& op, const QString& databaseLabel,
+                       QWidget* parent)
+    : QMainWindow(parent), module_(module) {
+    setObjectName(QStringLiteral("HostWindow"));
+    setWindowTitle(QStringLiteral("用电检查 - %1").arg(op.dwmc));
+    list_ = new QListWidget(this);
+    list_->setObjectName(QStringLiteral("Lv_Entries"));
+    list_->setViewMode(QListView::IconMode);
+    list_->setGridSize(QSize(150, 64));
+    list_->setMovement(QListView::Static);
+    list_->setResizeMode(QListView::Adjust);
+    list_->setWordWrap(true);
+
+    QMap<QString, QMenu*> menus;
+    for (const MenuEntry& e : menuEntries()) {
+        QMenu*& menu = menus[e.group];
+        if (!menu) menu = menuBar()->addMenu(e.group);
+        QAction* action = menu->addAction(e.caption);
+        action->setObjectName(QString::fromLatin1(e.exportName));
+        auto* item = new QListWidgetItem(e.caption, list_);
+        item->setData(Qt::UserRole, QByteArray(e.exportName));
+        item->setTextAlignment(Qt::AlignCenter);
+        if (module_.hasEntry(e.exportName)) {
+            const QByteArray name(e.exportName);
+            connect(action, &QAction::triggered, this, [this, name] { open(name.constData()); });
+            item->setToolTip(e.caption);
+        } else {
+            const QString why = QStringLiteral("此功能在当前模块中尚未提供（模块没有导出 %1）").arg(QLatin1String(e.exportName));
+            action->setEnabled(false);
+            action->setToolTip(why);
+            menu->setToolTipsVisible(true);
+            item->setFlags(item->flags() & ~Qt::ItemIsEnabled);
+            item->setToolTip(why);
+        }
+    }
+    connect(list_, &QListWidget::itemActivated, this, &HostWindow::openItem);
+
+    auto* central = new QWidget(this);
+    auto* layout = new QVBoxLayout(central);
+    auto* title = new QLabel(QStringLiteral("功能"), central);
+    title->setStyleSheet(QStringLiteral("font-weight: bold"));
+    layout->addWidget(title);
+    layout->addWidget(list_);
+    setCentralWidget(central);
+    statusBar()->showMessage(QStringLiteral("操作员：%1 %2    单位：%3    数据库：%4")
+                                 .arg(op.czydm, op.xingming, op.dwmc, databaseLabel));
+    resize(760, 480);
+}
+
+void HostWindow::openItem(QListWidgetItem* item) {
+    if (!(item->flags() & Qt::ItemIsEnabled)) return;
+    open(item->data(Qt::UserRole).toByteArray().constData());
+}
+
+bool HostWindow::open(const char* exportName) {
+    // A to-do item sets these; a menu entry starts without a document.
+    module_.setSession(QStringLiteral("Cdbh"), QString());
+    module_.setSession(QStringLiteral("ywdm"), QString());
+    module_.setSession(QStringLiteral("Ywxdm"), QString());
+    return module_.call(exportName);
+}
+
+}  // namespace tarvin::host

@@ -8,6 +8,7 @@
 #include "Frm_Jc_Bjsz.h"
 #include "MessageService.h"
 #include "Unit_zt_gobal.h"
+#include "Unt_Tarvinit.h"
 
 #if defined(_WIN32) && !defined(_WIN64)
 #  define TARVIN_STDCALL __stdcall
@@ -17,9 +18,12 @@
 
 namespace {
 
-struct SessionRelease {
-    ~SessionRelease() { tarvin::session::releaseAll(); }
-} release;
+// Load and unload of the library. The session texts are released by their
+// own destructors when the library unloads.
+struct Lifetime {
+    Lifetime() { Tarvinit_Initialization(); }
+    ~Lifetime() { Tarvinit_Finalization(); }
+} lifetime;
 
 // An error must not unwind through the C ABI into a host written in any
 // language: it is shown as the host's own error handling would show it.

@@ -74,8 +74,6 @@ const Slot kSlots[] = {
 };
 constexpr int kCount = int(sizeof(kSlots) / sizeof(kSlots[0]));
 
-const char* kNames[kCount + 1] = {};
-
 const Slot* find(const char* name) {
     if (!name) return nullptr;
     for (const Slot& s : kSlots)
@@ -103,20 +101,3 @@ extern "C" const char* tarvin_session(const char* name) {
     buffer = s->text ? s->text->toUtf8() : QByteArray::number(*s->number);
     return buffer.constData();
 }
-
-namespace tarvin::session {
-
-const char* const* names() {
-    if (!kNames[0])
-        for (int i = 0; i < kCount; ++i) kNames[i] = kSlots[i].name;
-    return kNames;
-}
-
-int count() { return kCount; }
-
-void releaseAll() {
-    for (const Slot& s : kSlots)
-        if (s.text) *s.text = QString();
-}
-
-}  // namespace tarvin::session

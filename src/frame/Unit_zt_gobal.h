@@ -50,11 +50,3 @@ TARVIN_EXPORT int tarvin_set_session(const char* name, const char* utf8);
 // thread); null for an unknown name.
 TARVIN_EXPORT const char* tarvin_session(const char* name);
 }
-
-namespace tarvin::session {
-// The names in export order.
-const char* const* names();
-int count();
-// Releases every text variable (unload).
-void releaseAll();
-}  // namespace tarvin::session

@@ -72,7 +72,6 @@ const Slot kSlots[] = {
     {"ywxmc", &ywxmc, nullptr},
     {"J_NewForWyyd", nullptr, &J_NewForWyyd},
 };
-constexpr int kCount = int(sizeof(kSlots) / sizeof(kSlots[0]));
 
 const Slot* find(const char* name) {
     if (!name) return nullptr;

@@ -35,6 +35,15 @@ TEST(LibraryExports, EverySessionVariableIsADataSymbolReachableByName) {
     EXPECT_EQ(std::size(kSession), 28u);
 }
 
+TEST(LibraryExports, EntryFunctionsAreFoundByName) {
+    Library lib;
+    ASSERT_NE(lib.handle, nullptr) << dlerror();
+    for (const char* name : {"show_jc_bjsz", "tarvin_set_session", "tarvin_session"})
+        EXPECT_NE(lib.sym<void*>(name), nullptr) << name;
+    // Only the interface is exported: the module's classes stay inside.
+    EXPECT_EQ(lib.sym<void*>("_Z22Tarvinit_Initializationv"), nullptr);
+}
+
 TEST(LibraryExports, SessionIsFilledAndReadByNameInUtf8) {
     Library lib;
     ASSERT_NE(lib.handle, nullptr) << dlerror();

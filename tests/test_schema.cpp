@@ -300,11 +300,13 @@ protected:
         d.exec(QStringLiteral("INSERT INTO w_khlx (dm, mc) VALUES ('01', '居民')"));
         d.exec(QStringLiteral("INSERT INTO w_dydj (dm, mc) VALUES ('02', '10kV')"));
         const char* customers[] = {
-            "INSERT INTO y_khda (hh, hm, dw, khlx, dydj, htrl, cbcbh, xhbz) VALUES ('000000000A', '甲', '01', '01', '02', 50, 'C1', '否')",
-            "INSERT INTO y_khda (hh, hm, dw, khlx, dydj, htrl, cbcbh) VALUES ('000000000B', '乙', '01', '01', '02', 315, 'C1')",
-            "INSERT INTO y_khda (hh, hm, dw, htrl, xhbz) VALUES ('000000000C', '丙', '01', 8, '是')",
-            "INSERT INTO y_khda (hh, hm, dw, htrl) VALUES ('000000000D', '丁', '02', 8)",
+            // A, B, D under periodic inspection; C closed; E and F without a cycle.
+            "INSERT INTO y_khda (hh, hm, dw, khlx, dydj, htrl, cbcbh, xhbz, jczq) VALUES ('000000000A', '甲', '01', '01', '02', 50, 'C1', '否', 12)",
+            "INSERT INTO y_khda (hh, hm, dw, khlx, dydj, htrl, cbcbh, jczq) VALUES ('000000000B', '乙', '01', '01', '02', 315, 'C1', 6)",
+            "INSERT INTO y_khda (hh, hm, dw, htrl, xhbz, jczq) VALUES ('000000000C', '丙', '01', 8, '是', 12)",
+            "INSERT INTO y_khda (hh, hm, dw, htrl, jczq) VALUES ('000000000D', '丁', '02', 8, 12)",
             "INSERT INTO y_khda (hh, hm, dw, htrl) VALUES ('000000000E', '戊', '01', 8)",
+            "INSERT INTO y_khda (hh, hm, dw, htrl, jczq) VALUES ('000000000F', '己', '01', 8, 0)",
             // A: main source a public area, backup from a dedicated transformer; B: dedicated only.
             "INSERT INTO y_gddy (hh, xh, dyxz, dylx, xlbh, byqbh) VALUES ('000000000A', 1, '主供', '公变', 'X1', 'T1')",
             "INSERT INTO y_gddy (hh, xh, dyxz, dylx, xlbh, byqbh) VALUES ('000000000A', 2, '备用', '专变', 'X2', 'T9')",
@@ -323,7 +325,12 @@ protected:
 
 TEST_P(ScreeningViews, CustomerMasterHasOneRowPerOpenAccountWithItsMainSource) {
     TestDatabase& d = *db_;
-    EXPECT_EQ(d.scalar(QStringLiteral("SELECT count(*) FROM v_yckhda a WHERE a.dw = ? AND 1 = 1"), {QStringLiteral("01")}).toInt(), 3);
+    // Open accounts under periodic inspection only: not the closed C, not E
+    // and F without a cycle.
+    EXPECT_EQ(d.scalar(QStringLiteral("SELECT count(*) FROM v_yckhda a WHERE a.dw = ? AND 1 = 1"), {QStringLiteral("01")}).toInt(), 2);
+    EXPECT_EQ(d.scalar(QStringLiteral("SELECT count(*) FROM v_yckhda WHERE hh IN ('000000000C', '000000000E', '000000000F')")).toInt(), 0);
+    d.exec(QStringLiteral("UPDATE y_khda SET jczq = 24 WHERE hh = '000000000E'"));
+    EXPECT_EQ(d.scalar(QStringLiteral("SELECT jczq FROM v_yckhda WHERE hh = '000000000E'")).toInt(), 24);
     QSqlQuery q(d.db());
     ASSERT_TRUE(q.exec(QStringLiteral("SELECT hh, khlx, dydj, dydjdm, khlxdm, tch, xlbh, tqbh FROM v_yckhda ORDER BY hh")));
     ASSERT_TRUE(q.next());

@@ -1,0 +1,414 @@
+// Every SQL text the module sends, run through the data layer on each engine
+// against one fixed data set, with the rows Oracle would return.
+//
+// The texts, their parameters and the expected results are data
+// (tests/corpus/*.json, one entry per text); the rows they read are
+// tests/corpus/fixture.sql. Each entry runs as the screens run it: the text
+// set line by line, parameters bound by name with the screen's types, Open
+// or ExecSQL, inside a transaction that is rolled back afterwards, so every
+// entry sees the same fixture. One test case per engine and area; a failing
+// case lists the entries that failed ("[ failing ] id").
+#include <QDate>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
+#include <QSet>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <algorithm>
+#include <cmath>
+#include <iostream>
+#include <map>
+
+#include "Connection.h"
+#include "MidasQuery.h"
+#include "Schema.h"
+#include "TestDb.h"
+
+using tarvin::test::Engine;
+using tarvin::test::TestDatabase;
+
+namespace {
+
+const QString kCorpusDir = QStringLiteral(TARVIN_SOURCE_DIR "/tests/corpus");
+const QDateTime kClock(QDate(2024, 4, 15), QTime(10, 0, 0));
+
+struct Param {
+    QString name, type;
+    QJsonValue value;
+};
+
+struct Filter {
+    QString line;
+    QVector<Param> params;
+};
+
+struct Entry {
+    QString id, section, file;
+    QStringList lines;     // the text as the screen's lines, or
+    QJsonArray concat;     // fixed pieces and {"v": sample value} pieces
+    QVector<Param> declared;  // a parameter list built by hand (blocks)
+    QVector<Param> params;
+    QStringList filters;   // common screening filters appended, then the closing line
+    bool exec = false;
+    QStringList setup, cleanup;
+    QJsonObject expect;
+
+    // The text as the data layer receives it (lines joined by line breaks).
+    QString text(const std::map<QString, Filter>& filterDefs, const QString& closing) const {
+        QStringList all = lines;
+        if (!concat.isEmpty()) {
+            QString s;
+            for (const QJsonValue& v : concat) s += v.isObject() ? v.toObject().value(QLatin1String("v")).toString() : v.toString();
+            all << s;
+        }
+        for (const QString& f : filters) all << filterDefs.at(f).line;
+        if (!filters.isEmpty()) all << closing;
+        return all.join(QLatin1Char('\n'));
+    }
+};
+
+struct Corpus {
+    std::vector<Entry> entries;
+    std::map<QString, Filter> filters;
+    QStringList filterOrder;  // the order in which the search appends them
+    QString closing;
+    QStringList problems;  // data that could not be read
+};
+
+QVector<Param> readParams(const QJsonArray& a) {
+    QVector<Param> out;
+    for (const QJsonValue& v : a) {
+        const QJsonArray p = v.toArray();
+        out.push_back({p.at(0).toString(), p.at(1).toString(), p.at(2)});
+    }
+    return out;
+}
+
+QStringList readStrings(const QJsonArray& a) {
+    QStringList out;
+    for (const QJsonValue& v : a) out << v.toString();
+    return out;
+}
+
+const Corpus& corpus() {
+    static const Corpus c = [] {
+        Corpus c;
+        const QStringList files = QDir(kCorpusDir).entryList({QStringLiteral("*.json")}, QDir::Files, QDir::Name);
+        if (files.isEmpty()) c.problems << QStringLiteral("no corpus files in ") + kCorpusDir;
+        for (const QString& name : files) {
+            QFile f(kCorpusDir + QLatin1Char('/') + name);
+            if (!f.open(QIODevice::ReadOnly)) {
+                c.problems << name + QStringLiteral(": cannot open");
+                continue;
+            }
+            QJsonParseError err;
+            const QJsonDocument doc = QJsonDocument::fromJson(f.readAll(), &err);
+            if (doc.isNull()) {
+                c.problems << QStringLiteral("%1: %2 at offset %3").arg(name, err.errorString()).arg(err.offset);
+                continue;
+            }
+            const QJsonObject root = doc.object();
+            for (const QJsonValue& fv : root.value(QLatin1String("filters")).toArray()) {
+                const QJsonObject fo = fv.toObject();
+                const QString fname = fo.value(QLatin1String("name")).toString();
+                c.filters[fname] = Filter{fo.value(QLatin1String("line")).toString(), readParams(fo.value(QLatin1String("params")).toArray())};
+                c.filterOrder << fname;
+            }
+            if (root.contains(QLatin1String("closing"))) c.closing = root.value(QLatin1String("closing")).toString();
+            for (const QJsonValue& ev : root.value(QLatin1String("entries")).toArray()) {
+                const QJsonObject o = ev.toObject();
+                Entry e;
+                e.file = name;
+                e.id = o.value(QLatin1String("id")).toString();
+                e.section = o.value(QLatin1String("section")).toString();
+                e.lines = readStrings(o.value(QLatin1String("lines")).toArray());
+                e.concat = o.value(QLatin1String("concat")).toArray();
+                e.declared = readParams(o.value(QLatin1String("declare")).toArray());
+                e.params = readParams(o.value(QLatin1String("params")).toArray());
+                e.filters = readStrings(o.value(QLatin1String("filters")).toArray());
+                e.exec = o.value(QLatin1String("run")).toString() == QLatin1String("exec");
+                e.setup = readStrings(o.value(QLatin1String("setup")).toArray());
+                e.cleanup = readStrings(o.value(QLatin1String("cleanup")).toArray());
+                e.expect = o.value(QLatin1String("expect")).toObject();
+                c.entries.push_back(std::move(e));
+            }
+        }
+        return c;
+    }();
+    return c;
+}
+
+std::string show(const QString& s) { return s.toStdString(); }
+
+// ---------------------------------------------------------------------------
+// Running one entry
+
+void bind(TMidasQuery& q, const Param& p) {
+    if (p.type == QLatin1String("missing")) {
+        // The screen binds a name the text does not have: the dataset refuses.
+        EXPECT_THROW(q.ParamByName(p.name), EDatabaseError) << "parameter " << show(p.name);
+        return;
+    }
+    TParam& t = q.ParamByName(p.name);
+    if (p.type == QLatin1String("string"))
+        t.SetAsString(p.value.toString());
+    else if (p.type == QLatin1String("integer"))
+        t.SetAsInteger(p.value.toInteger());
+    else if (p.type == QLatin1String("float"))
+        t.SetAsFloat(p.value.toDouble());
+    else if (p.type == QLatin1String("date"))
+        t.SetAsDate(QDate::fromString(p.value.toString(), Qt::ISODate));
+    else if (p.type == QLatin1String("datetime"))
+        t.SetAsDateTime(QDateTime::fromString(p.value.toString(), QStringLiteral("yyyy-MM-dd HH:mm:ss")));
+    else
+        ADD_FAILURE() << "unknown parameter type " << show(p.type);
+}
+
+// Compares one field of the current row with an expected JSON value: null,
+// a number (compared as a number, to the cent) or a text.
+void expectField(TMidasQuery& q, const QString& field, const QJsonValue& want, const QString& where) {
+    if (q.FindFieldIndex(field) < 0) {
+        ADD_FAILURE() << show(where) << ": no field " << show(field) << " among " << show(q.FieldNames().join(QLatin1Char(',')));
+        return;
+    }
+    TField f = q.FieldByName(field);
+    if (want.isNull()) {
+        EXPECT_TRUE(f.IsNull()) << show(where) << "." << show(field) << " = " << show(f.AsString());
+    } else if (want.isDouble()) {
+        double got = 0;
+        try {
+            got = f.AsFloat();
+        } catch (const EDatabaseError& e) {
+            ADD_FAILURE() << show(where) << "." << show(field) << ": " << e.what();
+            return;
+        }
+        EXPECT_FALSE(f.IsNull()) << show(where) << "." << show(field) << " is null";
+        EXPECT_NEAR(got, want.toDouble(), 0.005) << show(where) << "." << show(field);
+    } else {
+        EXPECT_EQ(f.AsString(), want.toString()) << show(where) << "." << show(field);
+    }
+}
+
+void expectRows(TMidasQuery& q, const QJsonObject& x) {
+    if (x.contains(QLatin1String("rows"))) {
+        EXPECT_EQ(q.RecordCount(), x.value(QLatin1String("rows")).toInt()) << "rows";
+    }
+    for (const QJsonValue& f : x.value(QLatin1String("fields")).toArray())
+        EXPECT_GE(q.FindFieldIndex(f.toString()), 0) << "no field " << show(f.toString()) << " among " << show(q.FieldNames().join(QLatin1Char(',')));
+    const QString key = x.value(QLatin1String("key")).toString();
+    if (!key.isEmpty() && q.FindFieldIndex(key) < 0) {
+        ADD_FAILURE() << "no key field " << show(key) << " among " << show(q.FieldNames().join(QLatin1Char(',')));
+        return;
+    }
+    if (x.contains(QLatin1String("keys"))) {
+        QStringList got;
+        for (q.First(); !q.Eof(); q.Next()) got << q.FieldByName(key).AsString();
+        QStringList want = readStrings(x.value(QLatin1String("keys")).toArray());
+        if (!x.value(QLatin1String("ordered")).toBool()) {
+            got.sort();
+            want.sort();
+        }
+        EXPECT_EQ(got, want) << "values of " << show(key);
+    }
+    if (q.IsEmpty()) {
+        EXPECT_FALSE(x.contains(QLatin1String("first")) || x.contains(QLatin1String("firstColumn"))) << "no row to compare";
+        return;
+    }
+    if (x.contains(QLatin1String("first")) || x.contains(QLatin1String("firstColumn"))) {
+        q.First();
+        const QJsonObject first = x.value(QLatin1String("first")).toObject();
+        for (auto it = first.begin(); it != first.end(); ++it) expectField(q, it.key(), it.value(), QStringLiteral("first row"));
+        if (x.contains(QLatin1String("firstColumn"))) {
+            EXPECT_EQ(q.Fields(0).AsString(), x.value(QLatin1String("firstColumn")).toString()) << "first column";
+        }
+    }
+    const QJsonObject where = x.value(QLatin1String("where")).toObject();
+    for (auto it = where.begin(); it != where.end(); ++it) {
+        if (!q.Locate(key, it.key())) {
+            ADD_FAILURE() << "no row with " << show(key) << " = " << show(it.key());
+            continue;
+        }
+        const QJsonObject fields = it.value().toObject();
+        for (auto f = fields.begin(); f != fields.end(); ++f) expectField(q, f.key(), f.value(), key + QLatin1Char('=') + it.key());
+    }
+}
+
+// One entry, as a screen runs it, inside a transaction rolled back at the end.
+void runEntry(TestDatabase& db, const Corpus& c, const Entry& e) {
+    const QJsonObject& x = e.expect;
+    const QString text = e.text(c.filters, c.closing);
+    SCOPED_TRACE(show(e.id + QStringLiteral(" (") + e.file + QStringLiteral(")\n") + text));
+
+    TCustomMidasDataBase& base = TCustomMidasDataBase::ByName(db.connectionName());
+    base.StartTransaction();
+    for (const QString& s : e.setup) db.exec(s);
+
+    TMidasQuery q;
+    QString error;
+    try {
+        q.Close();
+        q.SQL().Clear();
+        for (const QString& line : text.split(QLatin1Char('\n'))) q.SQL().Add(line);
+        if (!e.declared.isEmpty()) {
+            q.Params().Clear();
+            for (const Param& p : e.declared)
+                q.Params().CreateParam(ftString, p.name, p.type == QLatin1String("output") ? ptOutput : ptInput);
+        }
+        for (const QString& f : e.filters)
+            for (const Param& p : c.filters.at(f).params) bind(q, p);
+        for (const Param& p : e.params) bind(q, p);
+        if (e.exec)
+            q.ExecSQL();
+        else
+            q.Open();
+    } catch (const EDatabaseError& err) {
+        error = err.message();
+        if (error.isEmpty()) error = QStringLiteral("(EDatabaseError without a message)");
+    } catch (const std::exception& err) {
+        ADD_FAILURE() << "raised " << typeid(err).name() << " instead of EDatabaseError: " << err.what();
+    }
+
+    // TARVIN_CORPUS_SHOW_SQL=1 prints what each engine received.
+    if (qEnvironmentVariableIntValue("TARVIN_CORPUS_SHOW_SQL"))
+        std::cout << "[ engine text ] " << show(e.id) << "\n" << show(q.LastEngineSql()) << "\n";
+    if (x.value(QLatin1String("error")).toBool()) {
+        EXPECT_FALSE(error.isEmpty()) << "the text ran; it must fail";
+        if (!error.isEmpty()) std::cout << "[ expected failure ] " << show(e.id) << ": " << show(error.section(QLatin1Char('\n'), 0, 0)) << "\n";
+    } else if (!error.isEmpty()) {
+        ADD_FAILURE() << "failed: " << show(error);
+    } else {
+        if (x.contains(QLatin1String("affected"))) {
+            EXPECT_EQ(q.RowsAffected(), x.value(QLatin1String("affected")).toInt()) << "rows affected";
+        }
+        const QJsonObject outputs = x.value(QLatin1String("outputs")).toObject();
+        for (auto it = outputs.begin(); it != outputs.end(); ++it) {
+            const QString got = q.ParamByName(it.key()).AsString();
+            EXPECT_TRUE(QRegularExpression(it.value().toString()).match(got).hasMatch()) << show(it.key()) << " = " << show(got);
+        }
+        if (q.Active()) expectRows(q, x);
+        if (x.value(QLatin1String("committed")).toBool()) {
+            EXPECT_FALSE(base.InTransaction()) << "still in the transaction";
+        }
+        for (const QJsonValue& v : x.value(QLatin1String("checks")).toArray()) {
+            const QJsonArray check = v.toArray();
+            EXPECT_EQ(db.scalar(check.at(0).toString()).toString(), check.at(1).toString()) << show(check.at(0).toString());
+        }
+    }
+    q.Close();
+    base.Rollback();
+    for (const QString& s : e.cleanup) db.exec(s);
+}
+
+// One case per engine and area: a fresh database with the fixture, then
+// every entry of the area; the entries that failed are listed at the end.
+class Texts : public ::testing::TestWithParam<std::tuple<Engine, QString>> {};
+
+TEST_P(Texts, Run) {
+    const Corpus& c = corpus();
+    const QString section = std::get<1>(GetParam());
+    TestDatabase db(std::get<0>(GetParam()).dialect);
+    {
+        QFile f(kCorpusDir + QStringLiteral("/fixture.sql"));
+        ASSERT_TRUE(f.open(QIODevice::ReadOnly)) << show(f.fileName());
+        QSqlDatabase sdb = db.db();
+        ASSERT_TRUE(sdb.transaction());
+        for (const QString& s : tarvin::db::splitStatements(QString::fromUtf8(f.readAll()))) {
+            QSqlQuery q(sdb);
+            ASSERT_TRUE(q.exec(s)) << "fixture: " << show(q.lastError().text()) << "\n" << show(s);
+        }
+        ASSERT_TRUE(sdb.commit());
+        tarvin::db::setFixedClock(db.connectionName(), kClock);
+    }
+    const ::testing::TestResult& result = *::testing::UnitTest::GetInstance()->current_test_info()->result();
+    QStringList failing;
+    int ran = 0;
+    for (const Entry& e : c.entries) {
+        if (e.section != section) continue;
+        const int before = result.total_part_count();
+        runEntry(db, c, e);
+        ++ran;
+        if (result.total_part_count() != before) failing << e.id;
+    }
+    EXPECT_GT(ran, 0);
+    std::cout << "[ " << std::get<0>(GetParam()).name << " " << show(section) << " ] " << ran - failing.size() << " of " << ran
+              << " entries as expected\n";
+    for (const QString& id : failing) std::cout << "[ failing ] " << show(id) << "\n";
+}
+
+std::vector<QString> sections() {
+    std::vector<QString> out;
+    for (const Entry& e : corpus().entries)
+        if (std::find(out.begin(), out.end(), e.section) == out.end()) out.push_back(e.section);
+    return out;
+}
+
+std::string caseName(const ::testing::TestParamInfo<Texts::ParamType>& info) {
+    std::string name = std::get<0>(info.param).name + "_" + std::get<1>(info.param).toStdString();
+    for (char& ch : name)
+        if (!std::isalnum(static_cast<unsigned char>(ch))) ch = '_';
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Corpus, Texts,
+                         ::testing::Combine(::testing::ValuesIn(tarvin::test::engines()), ::testing::ValuesIn(sections())),
+                         caseName);
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(Texts);
+
+// ---------------------------------------------------------------------------
+// The corpus itself: readable, complete, and its size reported.
+
+TEST(SqlCorpusData, ReadableAndComplete) {
+    const Corpus& c = corpus();
+    EXPECT_TRUE(c.problems.isEmpty()) << show(c.problems.join(QLatin1Char('\n')));
+    ASSERT_FALSE(c.entries.empty());
+
+    QSet<QString> ids;
+    std::map<QString, int> perSection;
+    std::map<QString, QSet<QString>> textsPerSection;
+    QSet<QString> texts;
+    for (const Entry& e : c.entries) {
+        EXPECT_FALSE(ids.contains(e.id)) << "duplicate id " << show(e.id);
+        ids.insert(e.id);
+        EXPECT_FALSE(e.section.isEmpty()) << show(e.id);
+        EXPECT_FALSE(e.expect.isEmpty()) << show(e.id) << ": no expectation";
+        EXPECT_TRUE(e.lines.isEmpty() || e.concat.isEmpty()) << show(e.id) << ": lines and concat";
+        int lastFilter = -1;
+        for (const QString& f : e.filters) {
+            const int at = c.filterOrder.indexOf(f);
+            EXPECT_GE(at, 0) << show(e.id) << ": unknown filter " << show(f);
+            EXPECT_GT(at, lastFilter) << show(e.id) << ": filter " << show(f) << " out of the search's order";
+            lastFilter = at;
+        }
+        const QString text = e.text(c.filters, c.closing);
+        EXPECT_FALSE(text.trimmed().isEmpty()) << show(e.id);
+        ++perSection[e.section];
+        textsPerSection[e.section].insert(text);
+        texts.insert(text);
+    }
+
+    // Every screening category has its row and count text.
+    for (const char* code : {"01", "02", "03", "04", "10", "11", "12", "13", "14", "15", "16", "17", "18", "19", "20", "21", "22",
+                             "23", "24", "25", "30", "30-kind", "31", "40", "99"})
+        for (const char* which : {"row", "count"})
+            EXPECT_TRUE(ids.contains(QStringLiteral("3.2/cat%1/%2").arg(QLatin1String(code), QLatin1String(which))))
+                << "category " << code << " " << which;
+    // The ten common filters, unit first.
+    EXPECT_EQ(c.filterOrder.size(), 10);
+    EXPECT_EQ(c.filterOrder.value(0), QStringLiteral("Dw"));
+    EXPECT_EQ(c.closing, QStringLiteral(" 1=1"));
+    // Editors must not have turned the ideographic space into a plain one.
+    bool ideographic = false;
+    for (const Entry& e : c.entries) ideographic |= e.text(c.filters, c.closing).contains(QChar(0x3000));
+    EXPECT_TRUE(ideographic) << "the text with U+3000 lost its ideographic space";
+
+    std::cout << "corpus: " << texts.size() << " texts (" << c.entries.size() << " entries)\n";
+    for (const auto& [section, n] : perSection)
+        std::cout << "  " << show(section) << ": " << textsPerSection[section].size() << " texts, " << n << " entries\n";
+}
+
+}  // namespace

@@ -27,147 +27,21 @@
 #include "Connection.h"
 #include "MidasQuery.h"
 #include "Schema.h"
+#include "Corpus.h"
 #include "TestDb.h"
 
 using tarvin::test::Engine;
 using tarvin::test::TestDatabase;
+using namespace tarvin::test::corpus;
 
 namespace {
 
-const QString kCorpusDir = QStringLiteral(TARVIN_SOURCE_DIR "/tests/corpus");
 const QDateTime kClock(QDate(2024, 4, 15), QTime(10, 0, 0));
-
-struct Param {
-    QString name, type;
-    QJsonValue value;
-};
-
-struct Filter {
-    QString line;
-    QVector<Param> params;
-};
-
-struct Entry {
-    QString id, section, file;
-    QStringList lines;     // the text as the screen's lines, or
-    QJsonArray concat;     // fixed pieces and {"v": sample value} pieces
-    QVector<Param> declared;  // a parameter list built by hand (blocks)
-    QVector<Param> params;
-    QStringList filters;   // common screening filters appended, then the closing line
-    bool exec = false;
-    QStringList setup, cleanup;
-    QJsonObject expect;
-
-    // The text as the data layer receives it (lines joined by line breaks).
-    QString text(const std::map<QString, Filter>& filterDefs, const QString& closing) const {
-        QStringList all = lines;
-        if (!concat.isEmpty()) {
-            QString s;
-            for (const QJsonValue& v : concat) s += v.isObject() ? v.toObject().value(QLatin1String("v")).toString() : v.toString();
-            all << s;
-        }
-        for (const QString& f : filters) all << filterDefs.at(f).line;
-        if (!filters.isEmpty()) all << closing;
-        return all.join(QLatin1Char('\n'));
-    }
-};
-
-struct Corpus {
-    std::vector<Entry> entries;
-    std::map<QString, Filter> filters;
-    QStringList filterOrder;  // the order in which the search appends them
-    QString closing;
-    QStringList problems;  // data that could not be read
-};
-
-QVector<Param> readParams(const QJsonArray& a) {
-    QVector<Param> out;
-    for (const QJsonValue& v : a) {
-        const QJsonArray p = v.toArray();
-        out.push_back({p.at(0).toString(), p.at(1).toString(), p.at(2)});
-    }
-    return out;
-}
-
-QStringList readStrings(const QJsonArray& a) {
-    QStringList out;
-    for (const QJsonValue& v : a) out << v.toString();
-    return out;
-}
-
-const Corpus& corpus() {
-    static const Corpus c = [] {
-        Corpus c;
-        const QStringList files = QDir(kCorpusDir).entryList({QStringLiteral("*.json")}, QDir::Files, QDir::Name);
-        if (files.isEmpty()) c.problems << QStringLiteral("no corpus files in ") + kCorpusDir;
-        for (const QString& name : files) {
-            QFile f(kCorpusDir + QLatin1Char('/') + name);
-            if (!f.open(QIODevice::ReadOnly)) {
-                c.problems << name + QStringLiteral(": cannot open");
-                continue;
-            }
-            QJsonParseError err;
-            const QJsonDocument doc = QJsonDocument::fromJson(f.readAll(), &err);
-            if (doc.isNull()) {
-                c.problems << QStringLiteral("%1: %2 at offset %3").arg(name, err.errorString()).arg(err.offset);
-                continue;
-            }
-            const QJsonObject root = doc.object();
-            for (const QJsonValue& fv : root.value(QLatin1String("filters")).toArray()) {
-                const QJsonObject fo = fv.toObject();
-                const QString fname = fo.value(QLatin1String("name")).toString();
-                c.filters[fname] = Filter{fo.value(QLatin1String("line")).toString(), readParams(fo.value(QLatin1String("params")).toArray())};
-                c.filterOrder << fname;
-            }
-            if (root.contains(QLatin1String("closing"))) c.closing = root.value(QLatin1String("closing")).toString();
-            for (const QJsonValue& ev : root.value(QLatin1String("entries")).toArray()) {
-                const QJsonObject o = ev.toObject();
-                Entry e;
-                e.file = name;
-                e.id = o.value(QLatin1String("id")).toString();
-                e.section = o.value(QLatin1String("section")).toString();
-                e.lines = readStrings(o.value(QLatin1String("lines")).toArray());
-                e.concat = o.value(QLatin1String("concat")).toArray();
-                e.declared = readParams(o.value(QLatin1String("declare")).toArray());
-                e.params = readParams(o.value(QLatin1String("params")).toArray());
-                e.filters = readStrings(o.value(QLatin1String("filters")).toArray());
-                e.exec = o.value(QLatin1String("run")).toString() == QLatin1String("exec");
-                e.setup = readStrings(o.value(QLatin1String("setup")).toArray());
-                e.cleanup = readStrings(o.value(QLatin1String("cleanup")).toArray());
-                e.expect = o.value(QLatin1String("expect")).toObject();
-                c.entries.push_back(std::move(e));
-            }
-        }
-        return c;
-    }();
-    return c;
-}
 
 std::string show(const QString& s) { return s.toStdString(); }
 
 // ---------------------------------------------------------------------------
 // Running one entry
-
-void bind(TMidasQuery& q, const Param& p) {
-    if (p.type == QLatin1String("missing")) {
-        // The screen binds a name the text does not have: the dataset refuses.
-        EXPECT_THROW(q.ParamByName(p.name), EDatabaseError) << "parameter " << show(p.name);
-        return;
-    }
-    TParam& t = q.ParamByName(p.name);
-    if (p.type == QLatin1String("string"))
-        t.SetAsString(p.value.toString());
-    else if (p.type == QLatin1String("integer"))
-        t.SetAsInteger(p.value.toInteger());
-    else if (p.type == QLatin1String("float"))
-        t.SetAsFloat(p.value.toDouble());
-    else if (p.type == QLatin1String("date"))
-        t.SetAsDate(QDate::fromString(p.value.toString(), Qt::ISODate));
-    else if (p.type == QLatin1String("datetime"))
-        t.SetAsDateTime(QDateTime::fromString(p.value.toString(), QStringLiteral("yyyy-MM-dd HH:mm:ss")));
-    else
-        ADD_FAILURE() << "unknown parameter type " << show(p.type);
-}
 
 // Compares one field of the current row with an expected JSON value: null,
 // a number (compared as a number, to the cent) or a text.
@@ -313,7 +187,7 @@ TEST_P(Texts, Run) {
     const QString section = std::get<1>(GetParam());
     TestDatabase db(std::get<0>(GetParam()).dialect);
     {
-        QFile f(kCorpusDir + QStringLiteral("/fixture.sql"));
+        QFile f(corpusDir() + QStringLiteral("/fixture.sql"));
         ASSERT_TRUE(f.open(QIODevice::ReadOnly)) << show(f.fileName());
         QSqlDatabase sdb = db.db();
         ASSERT_TRUE(sdb.transaction());

@@ -63,6 +63,7 @@ TEST_P(Host, SignInRefusesWithoutSayingWhichPartWasWrong) {
     SignInDialog d(db);
     showActive(&d);
     signIn(d, "0101", "wrong");
+    if (dialect() == tarvin::sql::Dialect::SQLite) screenshot(&d, "sign-in-refused");
     const QString wrongPassword = d.Lbl_Message->text();
     EXPECT_FALSE(wrongPassword.isEmpty());
     EXPECT_TRUE(d.isVisible());
@@ -93,6 +94,7 @@ TEST_P(Host, OpensAlarmOptionsThroughTheLoadedModule) {
 
     HostWindow w(module, d.signedIn(), "test");
     showActive(&w);
+    if (dialect() == tarvin::sql::Dialect::SQLite) screenshot(&w, "host-window");
     // Entries the module does not export yet are disabled and say why.
     auto* plan = w.findChild<QAction*>("show_jc_jhbp");
     ASSERT_NE(plan, nullptr);

@@ -4,6 +4,7 @@
 #include "Schema.h"
 
 #include <QDir>
+#include <QMap>
 #include <QFile>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -51,15 +52,19 @@ QString excerpt(const QString& statement) {
 
 QString schemaScript(Dialect dialect) {
     const QString dirPath = scriptDirectory(dialect);
-    const QStringList files = QDir(dirPath).entryList({QStringLiteral("*.sql")}, QDir::Files, QDir::Name);
+    // The engine's own scripts and the shared ones, run in file-name order.
+    QMap<QString, QString> files;
+    for (const QString& dir : {QStringLiteral(":/db/common"), dirPath})
+        for (const QString& name : QDir(dir).entryList({QStringLiteral("*.sql")}, QDir::Files, QDir::Name))
+            files.insert(name, dir + QLatin1Char('/') + name);
     if (files.isEmpty())
         throw EDatabaseError(QStringLiteral("No schema scripts under %1 (the tarvin_db library carries them)").arg(dirPath));
     QString script;
-    for (const QString& name : files) {
-        QFile f(dirPath + QLatin1Char('/') + name);
+    for (auto it = files.cbegin(); it != files.cend(); ++it) {
+        QFile f(it.value());
         if (!f.open(QIODevice::ReadOnly))
             throw EDatabaseError(QStringLiteral("Cannot read the schema script %1").arg(f.fileName()));
-        script += QStringLiteral("-- %1\n").arg(name);
+        script += QStringLiteral("-- %1\n").arg(it.key());
         script += QString::fromUtf8(f.readAll());
         if (!script.endsWith(QLatin1Char('\n'))) script += QLatin1Char('\n');
     }

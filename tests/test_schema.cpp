@@ -64,13 +64,13 @@ TEST(SplitStatements, UnterminatedPiecesAreReportedWithTheirLine) {
     EXPECT_TRUE(splitStatements(QStringLiteral(" -- only a comment\n")).isEmpty());
 }
 
-TEST(SchemaScript, TablesAndCatalogueAreTheSameTextOnBothEngines) {
-    for (const char* name : {"10_tables.sql", "40_seed.sql"}) {
-        QFile a(QStringLiteral(":/db/sqlite/") + QLatin1String(name));
-        QFile b(QStringLiteral(":/db/postgres/") + QLatin1String(name));
-        ASSERT_TRUE(a.open(QIODevice::ReadOnly)) << name;
-        ASSERT_TRUE(b.open(QIODevice::ReadOnly)) << name;
-        EXPECT_EQ(a.readAll(), b.readAll()) << name << " differs between db/sqlite and db/postgres";
+TEST(SchemaScript, TablesAndCatalogueComeBeforeEachEnginesViewsAndRoutines) {
+    for (Dialect d : {Dialect::SQLite, Dialect::PostgreSQL}) {
+        const QString script = schemaScript(d);
+        const qsizetype tables = script.indexOf(QStringLiteral("-- 10_tables.sql"));
+        const qsizetype views = script.indexOf(QStringLiteral("-- 20_views.sql"));
+        const qsizetype seed = script.indexOf(QStringLiteral("-- 40_seed.sql"));
+        EXPECT_TRUE(tables >= 0 && views > tables && seed > views) << dialectName(d).toStdString();
     }
 }
 

@@ -206,6 +206,7 @@ struct SourceOf {
 const std::vector<SourceOf> kDataSources{
     {D(Dataset_Jc_Func, Ds_Select, "MQry_Select")},
     {D(Gy_Khcx_Dm, Ds_Fkhbh, "Mqry_Fkhbh")},
+    {D(Jc_Main_Dm, Ds_Select, "Mqry_Select")},
     {D(Jc_Main_Dm, Ds_Bm, "MQry_Bm")},
     {D(Jc_Main_Dm, Ds_Jclx, "MQry_Jclx")},
     {D(Jc_Main_Dm, Ds_Dydj, "MQry_Dydj")},

@@ -110,15 +110,25 @@ CREATE TABLE z_ywx (
 
 -- Workflow definition: each item of a business and the item after it
 -- (xywxdm empty = the case ends after this item); xh orders the items of
--- a business.
+-- a business. fqwc = 1 on a first item that the starting screen performs
+-- itself: starting the case finishes it, and the case waits at the next.
 CREATE TABLE z_lcjd (
     ywxdm   VARCHAR(5) PRIMARY KEY,
     ywxmc   VARCHAR(100) NOT NULL,
     ywdm    VARCHAR(3) NOT NULL,
     xywxdm  VARCHAR(5),
-    xh      NUMERIC
+    xh      NUMERIC,
+    fqwc    NUMERIC DEFAULT 0
 );
 CREATE INDEX z_lcjd_ywdm ON z_lcjd (ywdm);
+CREATE INDEX z_lcjd_xywxdm ON z_lcjd (xywxdm);
+
+-- The module export that works a grantable code, for the host's to-do list
+-- (a code without a row is worked outside this module).
+CREATE TABLE tarvin_ywx_export (
+    ywxdm       VARCHAR(5) PRIMARY KEY,
+    export_name VARCHAR(40) NOT NULL
+);
 
 -- Current position of every open case: one row per document.
 CREATE TABLE z_dqgw (
@@ -253,6 +263,24 @@ CREATE TABLE y_yxbyq (
 CREATE INDEX y_yxbyq_dw ON y_yxbyq (dw, byqlx);
 CREATE INDEX y_yxbyq_hh ON y_yxbyq (hh);
 CREATE INDEX y_yxbyq_xlbh ON y_yxbyq (xlbh);
+
+-- Stop records of dedicated transformers: a transformer taken out of use at
+-- the customer's request is sealed by the utility, and its record stays
+-- open (hfrq empty) until the utility puts it back into use. fyzt is the
+-- seal as last checked: '完好' intact, '破损' broken. The alarm scan reads
+-- these records (out of use but used: seal broken; zero reading: no record).
+CREATE TABLE y_byqty (
+    byqbh   VARCHAR(20) NOT NULL,
+    tyrq    TIMESTAMP(0) NOT NULL,  -- out of use (sealed) from
+    hh      VARCHAR(10),
+    hfrq    TIMESTAMP(0),           -- back in use from; empty while out of use
+    fyzt    VARCHAR(10),            -- seal: '完好' / '破损'
+    jcrq    TIMESTAMP(0),           -- seal last checked
+    cdbh    VARCHAR(10),            -- document of the suspension
+    dw      VARCHAR(20),
+    PRIMARY KEY (byqbh, tyrq)
+);
+CREATE INDEX y_byqty_hh ON y_byqty (hh);
 
 -- Supply energy and loss bounds of each transformer area per month.
 CREATE TABLE g_tqgdl (

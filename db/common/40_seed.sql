@@ -45,7 +45,7 @@ INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('402', '违约用电窃电处�
 INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('405', '中止供电', '0002');
 
 -- Workflow of the businesses this module drives: each item and the next.
-INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('40101', '检查任务下达', '401', '40102', 1);
+INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh, fqwc) VALUES ('40101', '检查任务下达', '401', '40102', 1, 1);
 INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('40102', '检查工作审批', '401', '40103', 2);
 INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('40103', '检查工作单打印', '401', '40104', 3);
 INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('40104', '检查结果录入', '401', NULL, 4);
@@ -65,6 +65,21 @@ INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('19104', '校验结�
 INSERT INTO z_ywx (ywxdm, ywxmc, ywdm) SELECT ywxdm, ywxmc, ywdm FROM z_lcjd;
 INSERT INTO z_ywx (ywxdm, ywxmc, ywdm) VALUES ('40099', '异常客户报警处理', '400');
 
+-- The screen that works each code, by the module export the host calls.
+-- 40101 is finished by the dispatch itself (fqwc), so no case waits there;
+-- the refund items and the verification application and bench test are
+-- worked by other modules.
+INSERT INTO tarvin_ywx_export (ywxdm, export_name) VALUES ('40101', 'show_jc_jhbp');
+INSERT INTO tarvin_ywx_export (ywxdm, export_name) VALUES ('40102', 'show_jc_jcgzsp');
+INSERT INTO tarvin_ywx_export (ywxdm, export_name) VALUES ('40103', 'show_jc_jcgzd');
+INSERT INTO tarvin_ywx_export (ywxdm, export_name) VALUES ('40104', 'show_jc_jcgzjgjl');
+INSERT INTO tarvin_ywx_export (ywxdm, export_name) VALUES ('16001', 'show_jc_jlyccl');
+INSERT INTO tarvin_ywx_export (ywxdm, export_name) VALUES ('16002', 'show_jc_jlyccl');
+INSERT INTO tarvin_ywx_export (ywxdm, export_name) VALUES ('16003', 'show_jc_tbcltz');
+INSERT INTO tarvin_ywx_export (ywxdm, export_name) VALUES ('19102', 'show_jc_jlyccl');
+INSERT INTO tarvin_ywx_export (ywxdm, export_name) VALUES ('19104', 'show_jc_tbcltz');
+INSERT INTO tarvin_ywx_export (ywxdm, export_name) VALUES ('40099', 'show_jc_bjtx');
+
 -- Meter categories and transformer categories: the module's logic keys on
 -- these names and codes (register kinds by meter category, ratio lists by
 -- transformer category).
@@ -76,3 +91,32 @@ INSERT INTO w_dblb (dm, mc) VALUES ('05', '复费率表');
 INSERT INTO w_dblb (dm, mc) VALUES ('06', '预付费表');
 INSERT INTO w_hgqlb (dm, mc) VALUES ('TA', '电流互感器');
 INSERT INTO w_hgqlb (dm, mc) VALUES ('TV', '电压互感器');
+
+-- Report definitions (z_report): template texts the report kit reads at run
+-- time, so that a layout changes without a new program (docs/reports.md).
+-- The alarm reminder list: the alarm screen gives the variables Dwdm, Dwmc
+-- and Czydm and the rows of its alarm list (NY, HH, HM, BJXM, TXRQ).
+INSERT INTO z_report (bbmc, bbsm, mb) VALUES ('报警提醒清单', '异常客户报警提醒清单，报警提醒屏幕打印', '{
+  "page": {"size": "A4", "orientation": "portrait", "margins": [15, 15, 15, 12],
+           "font": {"family": "宋体", "size": 10}},
+  "bands": [
+    {"band": "title", "height": 24, "items": [
+      {"text": "报警提醒清单", "y": 0, "h": 11, "align": "center", "font": {"size": 18, "bold": true}},
+      {"text": "单位：${Dwmc}", "x": 0, "y": 15, "w": 110, "h": 7},
+      {"text": "操作员：${Czydm}", "x": 110, "y": 15, "w": 70, "h": 7, "align": "right"}
+    ]},
+    {"band": "detail", "height": 7, "stretch": true, "titleHeight": 8, "columns": [
+      {"title": "年月", "field": "NY", "width": 16, "align": "center"},
+      {"title": "户号", "field": "HH", "width": 24, "align": "center"},
+      {"title": "户名", "field": "HM", "width": 42, "wrap": true},
+      {"title": "报警内容", "field": "BJXM", "width": 76, "wrap": true},
+      {"title": "提醒日期", "field": "TXRQ", "width": 22, "align": "center", "format": "yyyy-MM-dd"}
+    ]},
+    {"band": "summary", "height": 9, "items": [
+      {"text": "共 ${Count} 条报警", "y": 2, "h": 6, "align": "right"}
+    ]},
+    {"band": "pageFooter", "height": 9, "items": [
+      {"text": "第 ${Page} 页 共 ${Pages} 页", "y": 3, "h": 6, "align": "center"}
+    ]}
+  ]
+}');

@@ -16,7 +16,10 @@
 // Among them, fixed numbers per unit are planted for the screening
 // categories (see kRoles); the rest of the data is kept clear of every
 // category's threshold, so the planted customers are what the screening
-// finds.
+// finds. Further customers carry the cases of the alarm kinds (see
+// kRoles and the building sites whose temporary supply runs out soon); this
+// month's alarms are raised at the end by the alarm scan itself, so the
+// reminders are exactly what its rules find.
 //
 // Every customer draws from its own random stream (seed, account), so the
 // data does not depend on the engine or on the order of writing, and one
@@ -35,6 +38,7 @@
 #include <string>
 #include <vector>
 
+#include "AlarmScan.h"
 #include "Connection.h"
 #include "DemoCatalogue.h"
 #include "DemoRandom.h"
@@ -162,6 +166,29 @@ enum class Role : std::uint8_t {
     Fault,          // 40: four metering faults this year
 };
 
+// Planted alarm cases, carried by customers of a screening role that they
+// leave as it is (so the screening counts do not move, and the customers
+// left for the work under way stay as many):
+enum class Plant : std::uint8_t {
+    None,
+    StoppedInUse,  // 01, on a farm: transformer out of use and sealed, seal found broken, energy used
+    NoReactive,    // 03, on a customer with a backup source: no reactive energy this month
+    Jump,          // 04, on a power-factor customer: last month a dip to 40 %, the two before
+                   // 130 %, so this month is 150 % above last, level with the months' average
+    Overload,      // 05, on a refunded customer: 250 kVA loaded at 108-118 % in every month
+};
+struct PlantPlan {
+    Plant plant;
+    Role carrier;
+    int count;  // per unit, at most as many as the carriers
+};
+constexpr PlantPlan kPlants[] = {
+    {Plant::StoppedInUse, Role::Tariff, 3},
+    {Plant::NoReactive, Role::DualSource, 3},
+    {Plant::Jump, Role::PowerFactor, 3},
+    {Plant::Overload, Role::Refund, 3},
+};
+
 struct RolePlan {
     Role role;
     int count;  // per unit with kReferenceInspected or more inspected customers
@@ -176,6 +203,9 @@ constexpr RolePlan kRoles[] = {
     {Role::Suspension, 3},  {Role::Fault, 3},         {Role::DualSource, 6},  {Role::OwnGeneration, 5},
     {Role::FixedBilling, 5}, {Role::Change, 4},       {Role::Expired, 5},
 };
+// Building sites per unit (not under inspection) whose temporary supply
+// ends within the alarm's default 30 days.
+constexpr int kEndingSupplies = 3;
 
 struct Meter {
     string txm, jfdbh, jldbh, byqbh, dnbcch, dblb, dl, xx, jddj, dy, jlzzdfl, zbwz;
@@ -192,6 +222,7 @@ struct Customer {
     int local = 0;           // within its unit
     Kind kind = Kind::Residential;
     Role role = Role::None;
+    Plant plant = Plant::None;
     int area = -1;
     string hh, hm, yddz, pym, khlx, zjmc, zjhm;
     int htrl = 0;
@@ -203,6 +234,8 @@ struct Customer {
     int jczq = 0;
     string cdbh;
     string refundDoc;  // the refund document of a planted refund
+    QDate stoppedOn;   // StoppedInUse: the transformer's stop
+    bool endingSupply = false;  // a building site whose temporary supply ends soon
     string bdzbh, xlbh, byqbh, dylx, djm;
     double price = 0;
     std::vector<Meter> meters;
@@ -237,6 +270,8 @@ struct Unit {
     std::vector<Feeder> tops, branches;
     std::vector<AreaInfo> areas;
     std::vector<Role> roles;  // per local customer
+    std::vector<Plant> plants;       // per local customer
+    std::vector<bool> endingSupply;  // per local customer
     std::vector<Customer> inspectedCustomers;
     std::vector<std::array<double, kMonths>> areaEnergy;
     int hvBooks = 0;
@@ -301,6 +336,10 @@ private:
     std::map<string, string> itemNames_;
     std::vector<string> changeBusinesses_;  // class 0001 codes the demo uses for changes
 
+    std::map<QString, QStringList> plantedAlarms_;
+    int alarmsRaised_ = 0;
+    void planted(const char* kind, const string& hh) { plantedAlarms_[QString::fromLatin1(kind)] << QString::fromStdString(hh); }
+
     std::int64_t cdbh_ = 0, jcph_ = 0, dnbid_ = 0, gdfabh_ = 0, meterSeq_ = 0, hgqSeq_ = 0, dedicatedSeq_ = 0;
     int jhbh_ = 0;
 
@@ -309,7 +348,7 @@ private:
         tBdz_{}, tXl_{}, tByq_{}, tTqgdl_{}, tKhda_{}, tGkhda_{}, tGddy_{}, tJfxx_{}, tHtxx_{}, tDnb_{}, tHgq_{}, tZbdy_{},
         tCbc_{}, tDltz_{}, tDfxx_{}, tTbjl_{}, tTbdf_{}, tKhsq_{}, tYkkz_{}, tHKhsq_{}, tHYkkz_{}, tGdfa_{}, tDnbfa_{},
         tHgqfa_{}, tJcjh_{}, tJcry_{}, tJcgzap_{}, tJcgzjl_{}, tJcjg_{}, tJlyc_{}, tWyyd_{}, tWymx_{}, tBjxz_{}, tBjtx_{},
-        tDqgw_{}, tLcls_{}, tGzdxx_{};
+        tDqgw_{}, tLcls_{}, tGzdxx_{}, tByqty_{};
 };
 
 // ---------------------------------------------------------------------------
@@ -359,6 +398,7 @@ void Generator::declareTables() {
     tBdz_ = w.declare("y_bdz", {"bdzbh", "bdzmc", "dydj", "dw"});
     tXl_ = w.declare("y_xl", {"xlbh", "xlmc", "sjxlbh", "bdzbh", "dydj", "dw"});
     tByq_ = w.declare("y_yxbyq", {"byqbh", "byqmc", "byqlx", "hh", "xlbh", "rl", "zt", "tyrq", "dw"});
+    tByqty_ = w.declare("y_byqty", {"byqbh", "tyrq", "hh", "hfrq", "fyzt", "jcrq", "cdbh", "dw"});
     tTqgdl_ = w.declare("g_tqgdl", {"tqbh", "ny", "dw", "gdl", "shsx", "shxx"});
     tKhda_ = w.declare("y_khda", {"hh", "hm", "yddz", "pym", "khlx", "zjmc", "zjhm", "htrl", "lxr", "lxdh", "lxdz", "yzbm", "fkdw",
                                   "fkfs", "hyfl", "ydlb", "dydj", "yhdm", "yhzh", "dw", "xzq", "sfxyh", "zwlxdh", "zwlxr", "zwlxdz",
@@ -598,6 +638,21 @@ void Generator::planInspected(Unit& u) {
         for (int k = 0; k < count && next < u.inspected; ++k) u.roles[std::size_t(order[std::size_t(next++)])] = p.role;
     }
     for (; next < u.inspected; ++next) u.roles[std::size_t(order[std::size_t(next)])] = Role::Inspected;
+    u.plants.assign(std::size_t(n), Plant::None);
+    for (const PlantPlan& p : kPlants) {
+        int left = p.count;
+        for (int i = 0; i < u.inspected && left > 0; ++i) {
+            const std::size_t local = std::size_t(order[std::size_t(i)]);
+            if (u.roles[local] == p.carrier && u.plants[local] == Plant::None) u.plants[local] = p.plant, --left;
+        }
+    }
+    // The building sites are drawn from the customers not under inspection.
+    u.endingSupply.assign(std::size_t(n), false);
+    for (int k = 0; k < kEndingSupplies && u.inspected + k < n; ++k) {
+        const int i = u.inspected + k;
+        std::swap(order[std::size_t(i)], order[std::size_t(i + r.below(n - i))]);
+        u.endingSupply[std::size_t(order[std::size_t(i)])] = true;
+    }
 }
 
 // ---------------------------------------------------------------------------
@@ -608,6 +663,7 @@ Customer Generator::makeCustomer(Unit& u, int local) {
     c.local = local;
     c.index = u.first + local;
     c.role = u.roles[std::size_t(local)];
+    c.plant = u.plants[std::size_t(local)];
     Random r(o_.seed, 0x1000000 + std::uint64_t(c.index));
     c.hh = pad(c.index + 1, 10);
     c.dw = u.dm;
@@ -616,6 +672,8 @@ Customer Generator::makeCustomer(Unit& u, int local) {
     case Role::None: {
         const double p = r.unit();
         c.kind = p < 0.87 ? Kind::Residential : p < 0.99 ? Kind::SmallBusiness : Kind::Temporary;
+        c.endingSupply = u.endingSupply[std::size_t(local)];
+        if (c.endingSupply) c.kind = Kind::Temporary;
         if (c.kind == Kind::Residential && r.chance(0.012)) c.xhbz = "是";
         break;
     }
@@ -631,6 +689,7 @@ Customer Generator::makeCustomer(Unit& u, int local) {
     default: {
         const double p = r.unit();
         c.kind = p < 0.60 ? Kind::HighVoltage : p < 0.90 ? Kind::Business : Kind::HighVoltage35;
+        if (c.plant == Plant::Overload) c.kind = Kind::HighVoltage;
     }
     }
 
@@ -696,6 +755,7 @@ Customer Generator::makeCustomer(Unit& u, int local) {
         static const char* trades[] = {"04", "04", "04", "04", "03", "05", "07", "09", "15"};
         c.khlx = "03", c.dydj = "03";
         c.htrl = int(oneOf(r, {250, 315, 400, 500, 630, 800, 1000, 1250, 1600}));
+        if (c.plant == Plant::Overload) c.htrl = 250;
         c.ydlb = c.htrl >= 315 ? "03" : "02";
         c.djm = c.htrl >= 315 ? "3102" : "2102";
         c.hyfl = r.pick(trades);
@@ -875,6 +935,12 @@ void Generator::writeApplications(Unit& u, Customer& c, Random& r) {
         c.cdbh = nextCdbh();
         archive(u, c, c.cdbh, "120", c.closed.addDays(-3), c.closed, "客户申请销户", "无", "否");
     }
+    if (c.plant == Plant::StoppedInUse) {
+        // Suspended and sealed some months before this one, and still so.
+        c.stoppedOn = QDate(today.year(), today.month(), 1).addDays(-r.between(20, 200));
+        c.cdbh = nextCdbh();
+        archive(u, c, c.cdbh, "112", c.stoppedOn.addDays(-r.between(3, 10)), c.stoppedOn, "客户申请变压器暂停，已加封", "无", "否");
+    }
     if (c.role == Role::Change) {
         const string ywdm = changeBusinesses_[std::size_t(r.below(std::int64_t(changeBusinesses_.size())))];
         c.cdbh = nextCdbh();
@@ -997,6 +1063,12 @@ void Generator::writeLedger(Unit& u, Customer& c, Random& r) {
         if (c.role == Role::Swing && m == kMonths - 1) total *= 1.7;
         if (c.role == Role::YearOnYear && m >= kMonths - 6) total *= 1.5;
         if (c.role == Role::PeakValley && m == kMonths - 1) pk = 0.12, vl = 0.48;
+        // A dip last month between two high ones: this month is far above
+        // last month, yet level with the three months' average and with
+        // last year.
+        if (c.plant == Plant::Jump && m == kMonths - 2) total *= 0.4;
+        if (c.plant == Plant::Jump && (m == kMonths - 3 || m == kMonths - 4)) total *= 1.3;
+        if (c.plant == Plant::Overload) total = c.htrl * 24.0 * firstMonth_.addMonths(m).daysInMonth() * r.real(1.08, 1.18);
         if (m >= zeroFrom) total = 0;
         total = std::round(total);
         double peak = 0, valley = 0, flat = total;
@@ -1008,7 +1080,7 @@ void Generator::writeLedger(Unit& u, Customer& c, Random& r) {
         Value sjll, wgdl = 0.0, standard;
         if (assessed) {
             standard = llkhbz;
-            if (total > 0) {
+            if (total > 0 && !(c.plant == Plant::NoReactive && m == kMonths - 1)) {
                 const double pf = c.role == Role::PowerFactor && m >= kMonths - 3 ? round2(r.real(96, 99.5)) : round2(r.real(86, 95));
                 sjll = pf;
                 wgdl = std::round(total * std::sqrt(10000.0 / (pf * pf) - 1));
@@ -1055,8 +1127,15 @@ void Generator::writeCustomer(Unit& u, Customer& c, Random& r) {
         const Feeder& other = f.xlbh == c.xlbh ? u.tops[std::size_t(c.local + 1) % u.tops.size()] : f;
         w.add(tGddy_, {c.hh, 2, "备用", "专变", other.bdzbh, other.xlbh, c.byqbh, c.dydj, c.dw});
     }
-    if (c.dylx == "专变")
-        w.add(tByq_, {c.byqbh, c.hm + "专变", "专变", c.hh, c.xlbh, c.htrl, "运行", nullptr, c.dw});
+    if (c.dylx == "专变") {
+        const bool stopped = c.stoppedOn.isValid();
+        w.add(tByq_, {c.byqbh, c.hm + "专变", "专变", c.hh, c.xlbh, c.htrl, stopped ? "停用" : "运行", stopped ? Value(ts(c.stoppedOn)) : Value(), c.dw});
+        if (stopped) {
+            // Checked this month: the seal is broken, and the meter turns.
+            const QDate checked = QDate(today_.year(), today_.month(), 1).addDays(r.below(today_.day()));
+            w.add(tByqty_, {c.byqbh, ts(c.stoppedOn), c.hh, nullptr, "破损", ts(checked, 10), c.cdbh, c.dw});
+        }
+    }
     w.add(tJfxx_, {c.hh, "01", c.djm, 1, "抄表", nullptr, c.dw});
 
     // Contract: renewed every five years, so it runs past today, except the
@@ -1064,7 +1143,7 @@ void Generator::writeCustomer(Unit& u, Customer& c, Random& r) {
     QDate signedOn, validTo;
     if (c.kind == Kind::Temporary) {
         signedOn = c.lhrq;
-        validTo = today_.addDays(r.between(10, 80));
+        validTo = today_.addDays(c.endingSupply ? r.between(3, 25) : r.between(10, 80));
     } else if (c.role == Role::Expired) {
         validTo = today_.addDays(-r.between(15, 200));
         signedOn = validTo.addYears(-5);
@@ -1095,6 +1174,12 @@ void Generator::writeCustomers(Unit& u, std::int64_t& written) {
         Customer c = makeCustomer(u, local);
         Random r(o_.seed, 0x80000000ULL + std::uint64_t(c.index));
         writeCustomer(u, c, r);
+        if (c.plant == Plant::StoppedInUse) planted("01", c.hh);
+        if (c.role == Role::Zero1 || c.role == Role::Zero3 || c.role == Role::Zero5) planted("02", c.hh);
+        if (c.plant == Plant::NoReactive) planted("03", c.hh);
+        if (c.plant == Plant::Jump) planted("04", c.hh);
+        if (c.plant == Plant::Overload) planted("05", c.hh);
+        if (c.endingSupply) planted("06", c.hh);
         if (c.role != Role::None) u.inspectedCustomers.push_back(std::move(c));
         if (++written % 250 == 0 && progress_) progress_(written, o_.customers);
     }
@@ -1304,17 +1389,14 @@ void Generator::writeOpenCases(Unit& u) {
 }
 
 void Generator::writeAlarms(Unit& u) {
-    const string thisMonth = ny_[kMonths - 1], lastMonth = ny_[kMonths - 2];
+    // Last month's alarms of the long-zero customers, handled; this month's
+    // are raised by the alarm scan once everything is written (run()).
+    const string lastMonth = ny_[kMonths - 2];
     const QDate& today = today_;
-    for (const Customer& c : u.inspectedCustomers) {
-        if (c.role == Role::Zero1 || c.role == Role::Zero3 || c.role == Role::Zero5)
-            w_->add(tBjtx_, {thisMonth, c.hh, "02", "专变客户，变压器无停用记录，抄见电量为零", u.dm, "未处理", nullptr, nullptr, nullptr, nullptr});
-        if (c.role == Role::Swing)
-            w_->add(tBjtx_, {thisMonth, c.hh, "04", "专变客户，本月电量波动超过60％", u.dm, "未处理", nullptr, nullptr, nullptr, nullptr});
+    for (const Customer& c : u.inspectedCustomers)
         if (c.role == Role::Zero5)
-            w_->add(tBjtx_, {lastMonth, c.hh, "02", "专变客户，变压器无停用记录，抄见电量为零", u.dm, "已处理", ts(today.addDays(-25), 9),
+            w_->add(tBjtx_, {lastMonth, c.hh, "02", "专变客户本月抄见电量为零（上月0千瓦时），变压器无停用记录", u.dm, "已处理", ts(today.addDays(-25), 9),
                              "已现场核实，客户停产检修，已告知恢复生产前报装", u.ops[kLeader].name, ts(today.addDays(-24), 15)});
-    }
 }
 
 void Generator::advanceCounters() {
@@ -1396,6 +1478,14 @@ DemoSummary Generator::run() {
             writeAlarms(u);
         }
         advanceCounters();
+        // This month's alarms, by the scan's own rules, inside the same
+        // transaction (the writer flushes its rows first).
+        w_->exec("SELECT 1 FROM dual");
+        tarvin::alarms::ScanOptions scan;
+        scan.ny = QString::fromStdString(ny_[kMonths - 1]);
+        scan.today = today_;
+        scan.inCallerTransaction = true;
+        alarmsRaised_ = tarvin::alarms::scanAlarms(scan, db_.connectionName()).inserted();
         w_->commit();
     } catch (...) {
         w_->rollback();
@@ -1409,6 +1499,8 @@ DemoSummary Generator::run() {
     s.parentUnit = QStringLiteral("01");
     for (const Unit& u : units_) s.units << QString::fromStdString(u.dm);
     s.inspectedFirstUnit = units_.empty() ? 0 : units_.front().inspected;
+    s.plantedAlarms = plantedAlarms_;
+    s.alarmsThisMonth = alarmsRaised_;
     if (dialect_ == Dialect::SQLite) {
         w_->exec("PRAGMA cache_size=-2000");
         if (db_.databaseName() != QLatin1String(":memory:")) w_->exec("PRAGMA journal_mode=WAL");

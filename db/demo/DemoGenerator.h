@@ -9,6 +9,7 @@
 #include <QStringList>
 #include <cstdint>
 #include <functional>
+#include <map>
 
 namespace tarvin::demo {
 
@@ -28,6 +29,10 @@ struct DemoSummary {
     QStringList units;          // supply units written, the first is the one the planted counts refer to
     QString parentUnit;
     std::int64_t inspectedFirstUnit = 0;  // customers under periodic inspection in the first unit
+    // Accounts planted for each alarm kind ("01".."06"), and the alarms the
+    // scan raised for the current month.
+    std::map<QString, QStringList> plantedAlarms;
+    int alarmsThisMonth = 0;
 };
 
 // Called every few hundred customers with how many are written.

@@ -50,6 +50,7 @@ TJc_Main_Dm::TJc_Main_Dm(QObject* owner) : QObject(owner) {
     Mqry_Djm = DesignQuery(this, u"Mqry_Djm"_s, {u"SELECT djm, djm||' | '||djmc djmc"_s,
         u" FROM b_djb"_s});
 
+    Ds_Select = DesignDataSource(this, u"Ds_Select"_s, Mqry_Select);
     Ds_Bm = DesignDataSource(this, u"Ds_Bm"_s, MQry_Bm);
     Ds_Jclx = DesignDataSource(this, u"Ds_Jclx"_s, MQry_Jclx);
     Ds_Dydj = DesignDataSource(this, u"Ds_Dydj"_s, MQry_Dydj);

@@ -38,6 +38,7 @@ public:
     TMidasQuery* Mqry_Djm;
 
     // Sources of the look-up boxes and grids that show the lists above.
+    TDataSource* Ds_Select;  // the code picker's grid
     TDataSource* Ds_Bm;
     TDataSource* Ds_Jclx;
     TDataSource* Ds_Dydj;

@@ -87,7 +87,7 @@ void TZt_Template_Frm::FormShow() {
 }
 
 bool TZt_Template_Frm::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress) return false;
+    if (event->type() != QEvent::KeyPress || !keyPreview_) return false;
     auto* control = qobject_cast<QWidget*>(watched);
     if (!control || control->window() != this || !isVisible()) return false;
     // A key ignored by a control travels on to its parents; act once, where

@@ -20,6 +20,11 @@ public:
     // original screens, so typed input is not lost by a stray key).
     void SetCancelButton(QAbstractButton* button) { cancelButton_ = button; }
 
+    // Off: the screen's keys go straight to its controls, and Enter-as-Tab,
+    // help and the name key are not offered (the code picker).
+    void SetKeyPreview(bool on) { keyPreview_ = on; }
+    bool KeyPreview() const { return keyPreview_; }
+
 public slots:
     // Derived screens call the inherited FormShow first in their own.
     virtual void FormShow();
@@ -40,4 +45,5 @@ private slots:
 private:
     QAbstractButton* cancelButton_ = nullptr;
     bool centred_ = false;
+    bool keyPreview_ = true;
 };

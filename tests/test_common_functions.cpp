@@ -1,0 +1,477 @@
+// The common functions: the database clock, numbering (also under several
+// processes drawing at once), plan numbers, the business undo, customer
+// checks, input checks, list and form chores, and the message boxes.
+#include <QCheckBox>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QDialog>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QProcess>
+#include <QSet>
+#include <QSpinBox>
+#include <QTextEdit>
+#include <QTreeWidget>
+#include <cstdio>
+#include <memory>
+
+#include "Connection.h"
+#include "DataModules.h"
+#include "ScreenHarness.h"
+#include "TestDb.h"
+#include "Unit_zt_gobal.h"
+#include "Unt_Jc_Message.h"
+#include "Unt_Zt_Message.h"
+#include "unit_zt_pubfun.h"
+#include "unt_jc_fuc.h"
+
+using namespace Qt::StringLiterals;
+using namespace tarvin::test;
+using tarvin::sql::Dialect;
+
+namespace {
+
+// A fresh database behind `Shdl` with the data modules created on it, and
+// the session's business code restored afterwards.
+class CommonDb : public EngineTest {
+protected:
+    void SetUp() override {
+        db_ = std::make_unique<TestDatabase>(dialect());
+        CreateDataModules();
+        savedYwdm_ = ywdm;
+    }
+    void TearDown() override {
+        ywdm = savedYwdm_;
+        FreeDataModules();
+        db_.reset();
+    }
+
+    // Moves a numbering sequence to its last number.
+    void exhaust(const QString& name) {
+        if (dialect() == Dialect::SQLite)
+            db_->exec(u"UPDATE z_xlh SET dqz = zdz WHERE xlm = ?"_s, {name});
+        else
+            db_->exec(u"SELECT setval('seq_%1', 9999999999)"_s.arg(name.toLower()));
+    }
+
+    void application(const QString& cdbh, const QString& hh, const QString& hm,
+                     const QString& yw, const QString& item) {
+        db_->exec(u"INSERT INTO a_khsqxx (cdbh, hh, hm, ywdm, dw) VALUES (?, ?, ?, ?, '01')"_s,
+                  {cdbh, hh, hm, yw});
+        if (!item.isEmpty())
+            db_->exec(u"INSERT INTO z_dqgw (cdbh, ywdm, khbh, hm, dqywxmc) VALUES (?, ?, ?, ?, ?)"_s,
+                      {cdbh, yw, hh, hm, item});
+    }
+
+    qint64 count(const QString& table, const QString& cdbh) {
+        return db_->scalar(u"SELECT COUNT(*) FROM %1 WHERE cdbh = ?"_s.arg(table), {cdbh}).toLongLong();
+    }
+
+    std::unique_ptr<TestDatabase> db_;
+    QString savedYwdm_;
+};
+
+// ------------------------------------------------------------ server clock
+
+TEST_P(CommonDb, ServerTimeComesFromTheDatabaseClock) {
+    const QDateTime at(QDate(2004, 7, 15), QTime(13, 45, 6));
+    tarvin::db::setFixedClock(u"Shdl"_s, at);
+    EXPECT_EQ(GetServerDateTime(), at);
+    EXPECT_EQ(GetServerDate(), QDateTime(QDate(2004, 7, 15), QTime(0, 0)));
+    EXPECT_EQ(GetServerNy(), u"200407"_s);
+
+    TMidasQuery* q = Zt_Funcs_Dm->Mqry_Select;
+    EXPECT_EQ(q->SQL().Text(), u"select to_char(sysdate,:format) from dual"_s);
+    EXPECT_EQ(q->ParamByName(u"format"_s).AsString(), u"YYYY-MM-DD"_s);
+    EXPECT_FALSE(q->Active());
+
+    // A year's turn: the month is read from its own characters.
+    tarvin::db::setFixedClock(u"Shdl"_s, QDateTime(QDate(2005, 12, 31), QTime(23, 59, 59)));
+    EXPECT_EQ(GetServerNy(), u"200512"_s);
+    EXPECT_EQ(GetServerDateTime(), QDateTime(QDate(2005, 12, 31), QTime(23, 59, 59)));
+
+    tarvin::db::setFixedClock(u"Shdl"_s, QDateTime());
+    const QDateTime live = GetServerDateTime();
+    EXPECT_TRUE(live.isValid());
+    EXPECT_NE(live.date().year(), 2005);
+}
+
+// ----------------------------------------------------------------- numbers
+
+TEST_P(CommonDb, NumberingGivesTenCharacterNumbersAndEmptyWhenExhausted) {
+    struct Numbering {
+        QString (*draw)();
+        QString sequence, block, param;
+    };
+    const std::vector<Numbering> all{
+        {GetNewCdbh, u"CDBH"_s, u"Begin :CDBH := GET_CDBH; End;"_s, u"CDBH"_s},
+        {GetNewGdfabh, u"GDFABH"_s, u"Begin :Gdfabh := GET_GDFABH; End;"_s, u"GDFABH"_s},
+        {GetNewDnbId, u"DNBID"_s, u"Begin :DnbId := GET_DNBID; End;"_s, u"DNBID"_s},
+        {GetNewJcph, u"JCPH"_s, u"Begin :JCPH := GET_JCPH; End;"_s, u"JCPH"_s},
+    };
+    TMidasQuery* q = Zt_Funcs_Dm->Mqry_Select;
+    for (const Numbering& n : all) {
+        SCOPED_TRACE(n.sequence.toStdString());
+        // A parameter left from an earlier statement must not survive.
+        q->Params().CreateParam(ftString, u"stale"_s, ptInput);
+        const QString first = n.draw();
+        const QString second = n.draw();
+        EXPECT_EQ(first, u"0000000001"_s);
+        EXPECT_EQ(second, u"0000000002"_s);
+        EXPECT_EQ(q->SQL().Text(), n.block);
+        ASSERT_EQ(q->Params().Count(), 1);
+        EXPECT_EQ(q->Params()[0].Name, n.param);
+        EXPECT_EQ(q->Params()[0].ParamType, ptOutput);
+        EXPECT_EQ(q->Params()[0].DataType, ftString);
+        EXPECT_FALSE(q->Active());
+
+        exhaust(n.sequence);
+        EXPECT_EQ(n.draw(), QString());
+        EXPECT_EQ(n.draw(), QString());
+    }
+}
+
+TEST_P(CommonDb, PlanNumbersFollowTheLargestPlan) {
+    TMidasQuery* q = Dataset_Jc_Func->MQry_Select;
+    EXPECT_EQ(GetNewJhbh(), u"0001"_s);
+    EXPECT_EQ(q->SQL().Text(), u"select * from E_JCJH"_s);
+
+    db_->exec(u"INSERT INTO e_jcjh (jhbh, jhlx, dw) VALUES ('0007', '年计划', '01')"_s);
+    db_->exec(u"INSERT INTO e_jcjh (jhbh, jhlx, dw) VALUES ('0041', '月计划', '01')"_s);
+    EXPECT_EQ(GetNewJhbh(), u"0042"_s);
+    EXPECT_EQ(q->SQL().Text(), u"select max(JHBH) as BH from E_JCJH"_s);
+    EXPECT_FALSE(q->Active());
+
+    // Past four digits the number is written in full.
+    db_->exec(u"INSERT INTO e_jcjh (jhbh, jhlx, dw) VALUES ('9999', '月计划', '01')"_s);
+    EXPECT_EQ(GetNewJhbh(), u"10000"_s);
+}
+
+// ------------------------------------------------------------ business undo
+
+TEST_P(CommonDb, UndoYysqRemovesTheApplicationOfOneDocument) {
+    for (const QString& cdbh : {u"0000000101"_s, u"0000000102"_s}) {
+        application(cdbh, u"0100000001"_s, u"张三"_s, u"401"_s, u"派工"_s);
+        db_->exec(u"INSERT INTO a_ykkzb (cdbh, sfygz) VALUES (?, '否')"_s, {cdbh});
+    }
+    UndoYysq(u"0000000101"_s);
+    for (const QString& table : {u"a_khsqxx"_s, u"a_ykkzb"_s, u"z_dqgw"_s}) {
+        EXPECT_EQ(count(table, u"0000000101"_s), 0) << table.toStdString();
+        EXPECT_EQ(count(table, u"0000000102"_s), 1) << table.toStdString();
+    }
+    TMidasQuery* q = Dataset_Jc_Func->MQry_Select;
+    EXPECT_EQ(q->SQL().Text(), u"Begin Yk_UndoYysq(:ac_Cdbh); End;"_s);
+    ASSERT_EQ(q->Params().Count(), 1);
+    EXPECT_EQ(q->Params()[0].Name, u"ac_CDBH"_s);
+    EXPECT_EQ(q->Params()[0].ParamType, ptInput);
+    EXPECT_EQ(q->Params()[0].AsString(), u"0000000101"_s);
+}
+
+// --------------------------------------------------------------- customers
+
+TEST_P(CommonDb, CheckKhSqxxListsCasesInProgressAndStopsAtBusiness135ForAChangeOfName) {
+    const QString hh = u"0100000001"_s;
+    application(u"0000000011"_s, hh, u"张三"_s, u"101"_s, u"受理"_s);
+    application(u"0000000012"_s, hh, u"张三"_s, u"130"_s, u"受理"_s);   // never counts
+    application(u"0000000013"_s, hh, u"张三"_s, u"135"_s, u"审核"_s);
+    application(u"0000000014"_s, hh, u"张三"_s, u"102"_s, u"装表"_s);
+    application(u"0000000015"_s, hh, u"张三"_s, u"141"_s, u"装表"_s);   // never counts
+    application(u"0000000016"_s, hh, u"张三"_s, u"110"_s, QString());  // not in the workflow
+    application(u"0000000017"_s, u"0100000002"_s, u"李四"_s, u"101"_s, u"受理"_s);
+
+    ywdm = u"401"_s;
+    const QString full = CheckKhSqxx(hh);
+    QStringList entries = full.split(u";  "_s);
+    ASSERT_EQ(entries.takeLast(), QString()) << full.toStdString();  // every entry ends with ";  "
+    QStringList sorted = entries;
+    sorted.sort();
+    EXPECT_EQ(sorted, (QStringList{u"传单编号:0000000011/户名:张三/当前业务项:受理"_s,
+                                   u"传单编号:0000000013/户名:张三/当前业务项:审核"_s,
+                                   u"传单编号:0000000014/户名:张三/当前业务项:装表"_s}));
+
+    // With business 120 the listing ends where the 135 case comes.
+    const int at135 = entries.indexOf(u"传单编号:0000000013/户名:张三/当前业务项:审核"_s);
+    ASSERT_LT(at135, entries.size() - 1) << "the 135 case should not come last: " << full.toStdString();
+    QString before;
+    for (int i = 0; i < at135; ++i) before += entries[i] + u";  "_s;
+    ywdm = u"120"_s;
+    EXPECT_EQ(CheckKhSqxx(hh), before);
+
+    EXPECT_EQ(CheckKhSqxx(u"0100000009"_s), QString());
+    const TMidasQuery* q = Zt_Funcs_Dm->Mqry_Select;
+    EXPECT_EQ(q->SQL().Text(),
+              u"Select A.cdbh,A.HH,A.Hm,B.dqywxmc,a.ywdm From A_KHSQXX A,Z_DQGW B Where A.HH= :HH and A.CDbh = B.Cdbh  and instr(:ywdm,A.ywdm) = 0 "_s);
+    EXPECT_FALSE(q->Active());
+}
+
+TEST_P(CommonDb, IsValidKhWantsAnOpenAccountOfTheUnit) {
+    db_->exec(u"INSERT INTO y_khda (hh, hm, dw, xhbz) VALUES ('0100000001', '张三', '01', '否')"_s);
+    db_->exec(u"INSERT INTO y_khda (hh, hm, dw, xhbz) VALUES ('0100000002', '李四', '01', '是')"_s);
+    db_->exec(u"INSERT INTO y_khda (hh, hm, dw, xhbz) VALUES ('0200000001', '王五', '02', '否')"_s);
+    EXPECT_TRUE(IsValidKh(u"0100000001"_s, u"01"_s));
+    EXPECT_FALSE(IsValidKh(u"0100000002"_s, u"01"_s));  // closed
+    EXPECT_FALSE(IsValidKh(u"0200000001"_s, u"01"_s));  // another unit
+    EXPECT_TRUE(IsValidKh(u"0200000001"_s, u"02"_s));
+    EXPECT_FALSE(IsValidKh(u"0100000009"_s, u"01"_s));
+    EXPECT_FALSE(IsValidKh(QString(), u"01"_s));
+}
+
+// ------------------------------------------------------------- form chores
+
+TEST_P(CommonDb, FillComboBoxAppendsTheFirstColumnAndKeepsTheItems) {
+    QComboBox box;
+    box.addItem(u"全部"_s);
+    FillComboBox(&box, u"select mc, dm from w_dblb order by dm"_s);
+    QStringList items;
+    for (int i = 0; i < box.count(); ++i) items << box.itemText(i);
+    EXPECT_EQ(items, (QStringList{u"全部"_s, u"有功表"_s, u"无功表"_s, u"需量表"_s, u"多功能表"_s,
+                                  u"复费率表"_s, u"预付费表"_s}));
+    EXPECT_FALSE(Zt_Funcs_Dm->Mqry_Select->Active());
+
+    // Every meter category the database knows has its register letters.
+    QStringList codes;
+    for (int i = 1; i < box.count(); ++i) codes << GetDnbLxCode(box.itemText(i));
+    EXPECT_EQ(codes, (QStringList{u"D"_s, u"EF"_s, u"X"_s, u"ABCDEFX"_s, u"CD"_s, u"D"_s}));
+    EXPECT_EQ(GetDnbLxCode(u"电子表"_s), QString());
+}
+
+TEST_P(CommonDb, AnSqlErrorReachesTheCallerAndTheNextCallStillWorks) {
+    QComboBox box;
+    EXPECT_THROW(FillComboBox(&box, u"select nosuchcolumn from w_dblb"_s), EDatabaseError);
+    EXPECT_EQ(box.count(), 0);
+    EXPECT_EQ(GetNewCdbh(), u"0000000001"_s);
+}
+
+TARVIN_INSTANTIATE_ENGINES(CommonDb);
+
+// ------------------------------------------- numbering under contention
+
+// Run as a child process by the test below: draws TARVIN_DRAW_COUNT document
+// numbers from the database at TARVIN_DRAW_URL and prints each on its own
+// line. Skipped in an ordinary run.
+TEST(CommonNumberDraw, ChildDrawsDocumentNumbers) {
+    const QString url = qEnvironmentVariable("TARVIN_DRAW_URL");
+    if (url.isEmpty()) GTEST_SKIP() << "only run as the child of the contention test";
+    const int n = qEnvironmentVariableIntValue("TARVIN_DRAW_COUNT");
+    tarvin::db::openConnection(url, u"Shdl"_s);
+    CreateDataModules();
+    for (int i = 0; i < n; ++i) {
+        const QString number = GetNewCdbh();
+        ASSERT_FALSE(number.isEmpty());
+        std::printf("CDBH=%s\n", qPrintable(number));
+    }
+    std::fflush(stdout);
+    FreeDataModules();
+    tarvin::db::closeConnection(u"Shdl"_s);
+}
+
+TEST_P(CommonDb, FourProcessesDrawDistinctDocumentNumbers) {
+    constexpr int kProcesses = 4;
+    constexpr int kEach = 1000;
+    std::vector<std::unique_ptr<QProcess>> children;
+    for (int i = 0; i < kProcesses; ++i) {
+        auto p = std::make_unique<QProcess>();
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(u"TARVIN_DRAW_URL"_s, db_->url());
+        env.insert(u"TARVIN_DRAW_COUNT"_s, QString::number(kEach));
+        p->setProcessEnvironment(env);
+        p->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        p->start(QCoreApplication::applicationFilePath(),
+                 {u"--gtest_filter=CommonNumberDraw.ChildDrawsDocumentNumbers"_s});
+        children.push_back(std::move(p));
+    }
+    QSet<QString> numbers;
+    int drawn = 0;
+    for (auto& p : children) {
+        ASSERT_TRUE(p->waitForFinished(300000)) << "a drawing process did not finish";
+        ASSERT_EQ(p->exitStatus(), QProcess::NormalExit);
+        const QString out = QString::fromUtf8(p->readAllStandardOutput());
+        EXPECT_EQ(p->exitCode(), 0) << out.toStdString();
+        for (const QString& line : out.split(u'\n')) {
+            if (!line.startsWith(u"CDBH="_s)) continue;
+            const QString number = line.mid(5).trimmed();
+            EXPECT_TRUE(IsCdbh(number)) << number.toStdString();
+            numbers.insert(number);
+            ++drawn;
+        }
+    }
+    EXPECT_EQ(drawn, kProcesses * kEach);
+    EXPECT_EQ(numbers.size(), kProcesses * kEach);
+    // Nothing was skipped: the next number follows the last one drawn.
+    EXPECT_EQ(GetNewCdbh(), u"%1"_s.arg(kProcesses * kEach + 1, 10, 10, QChar(u'0')));
+}
+
+// ------------------------------------------------------------ input checks
+
+TEST(CommonChecks, IntegerTexts) {
+    EXPECT_TRUE(IsIntStr(u"12"_s));
+    EXPECT_TRUE(IsIntStr(u"-2147483648"_s));
+    EXPECT_TRUE(IsIntStr(u"2147483647"_s));
+    EXPECT_FALSE(IsIntStr(u"2147483648"_s));
+    EXPECT_FALSE(IsIntStr(u"-2147483649"_s));
+    EXPECT_FALSE(IsIntStr(QString()));
+    EXPECT_FALSE(IsIntStr(u"1.5"_s));
+    EXPECT_FALSE(IsIntStr(u"12a"_s));
+    EXPECT_FALSE(IsIntStr(u"-"_s));
+
+    EXPECT_TRUE(CheckIntStr(QString()));
+    EXPECT_TRUE(CheckIntStr(u" 12 "_s));
+    EXPECT_TRUE(CheckIntStr(u"-7"_s));
+    EXPECT_FALSE(CheckIntStr(u"1.5"_s));
+    EXPECT_FALSE(CheckIntStr(u"   "_s));  // blanks are not empty: nothing is left to convert
+    EXPECT_FALSE(CheckIntStr(u"9999999999"_s));
+}
+
+TEST(CommonChecks, RealNumberTexts) {
+    EXPECT_TRUE(CheckFloatStr(QString()));
+    EXPECT_TRUE(CheckFloatStr(u"1.5"_s));
+    EXPECT_TRUE(CheckFloatStr(u" -0.25 "_s));
+    EXPECT_TRUE(CheckFloatStr(u"12"_s));
+    EXPECT_FALSE(CheckFloatStr(u"1.5.1"_s));
+    EXPECT_FALSE(CheckFloatStr(u"abc"_s));
+}
+
+TEST(CommonChecks, DocumentNumbers) {
+    EXPECT_TRUE(IsCdbh(u"0000000001"_s));
+    EXPECT_TRUE(IsCdbh(u"9999999999"_s));
+    EXPECT_FALSE(IsCdbh(u"12345"_s));
+    EXPECT_FALSE(IsCdbh(u"00000000001"_s));
+    EXPECT_FALSE(IsCdbh(u"000000000A"_s));
+    EXPECT_FALSE(IsCdbh(QString()));
+}
+
+TEST(CommonChecks, ZeroPadKeepsTheRightmostCharacters) {
+    EXPECT_EQ(ZeroPad(u"12"_s, 4), u"0012"_s);
+    EXPECT_EQ(ZeroPad(u"1234"_s, 4), u"1234"_s);
+    EXPECT_EQ(ZeroPad(u"123456"_s, 4), u"3456"_s);
+    EXPECT_EQ(ZeroPad(QString(), 3), u"000"_s);
+    EXPECT_EQ(ZeroPad(u"12"_s, 0), QString());
+}
+
+// ---------------------------------------------------------- screen chores
+
+QStringList rows(const QTreeWidget& list) {
+    QStringList out;
+    for (int i = 0; i < list.topLevelItemCount(); ++i) {
+        QStringList cols;
+        for (int c = 0; c < list.columnCount(); ++c) cols << list.topLevelItem(i)->text(c);
+        out << cols.join(u'|');
+    }
+    return out;
+}
+
+void fill(QTreeWidget& list, int count) {
+    list.setColumnCount(3);
+    list.setSelectionMode(QAbstractItemView::ExtendedSelection);
+    for (int i = 1; i <= count; ++i)
+        new QTreeWidgetItem(&list, {u"h%1"_s.arg(i), u"name%1"_s.arg(i), u"addr%1"_s.arg(i)});
+}
+
+TEST(CommonLists, MoveSelectedRowsArriveInReverseOrder) {
+    QTreeWidget source, target;
+    fill(source, 4);
+    target.setColumnCount(3);
+    new QTreeWidgetItem(&target, {u"h0"_s, u"name0"_s, u"addr0"_s});
+
+    MoveListItems(&source, &target, 2, false);  // nothing selected: nothing moves
+    EXPECT_EQ(source.topLevelItemCount(), 4);
+    EXPECT_EQ(target.topLevelItemCount(), 1);
+
+    source.topLevelItem(1)->setSelected(true);
+    source.topLevelItem(3)->setSelected(true);
+    MoveListItems(&source, &target, 2, false);
+    EXPECT_EQ(rows(source), (QStringList{u"h1|name1|addr1"_s, u"h3|name3|addr3"_s}));
+    EXPECT_EQ(rows(target), (QStringList{u"h0|name0|addr0"_s, u"h4|name4|addr4"_s, u"h2|name2|addr2"_s}));
+
+    // Only the first n sub-items travel.
+    source.topLevelItem(0)->setSelected(true);
+    MoveListItems(&source, &target, 1, false);
+    EXPECT_EQ(rows(source), (QStringList{u"h3|name3|addr3"_s}));
+    EXPECT_EQ(rows(target).last(), u"h1|name1|"_s);
+}
+
+TEST(CommonLists, MoveAllEmptiesTheSource) {
+    QTreeWidget source, target;
+    fill(source, 3);
+    target.setColumnCount(3);
+    MoveListItems(&source, &target, 2, true);  // selection does not matter
+    EXPECT_EQ(source.topLevelItemCount(), 0);
+    EXPECT_EQ(rows(target), (QStringList{u"h3|name3|addr3"_s, u"h2|name2|addr2"_s, u"h1|name1|addr1"_s}));
+
+    MoveListItems(&source, &target, 2, true);  // an empty source moves nothing
+    EXPECT_EQ(target.topLevelItemCount(), 3);
+}
+
+TEST(CommonForms, ClearFormEditsEmptiesEditsAndMemosOfAScreen) {
+    QDialog screen;
+    auto* edit = new QLineEdit(u"0100000001"_s, &screen);
+    auto* group = new QGroupBox(&screen);
+    auto* nested = new QLineEdit(u"张三"_s, group);
+    auto* memo = new QTextEdit(u"备注"_s, &screen);
+    auto* plain = new QPlainTextEdit(u"说明"_s, group);
+    auto* combo = new QComboBox(&screen);
+    combo->setEditable(true);
+    combo->addItem(u"年计划"_s);
+    auto* spin = new QSpinBox(&screen);
+    spin->setValue(5);
+    auto* check = new QCheckBox(u"是"_s, &screen);
+    check->setChecked(true);
+
+    ClearFormEdits(group);  // not a screen: nothing happens
+    EXPECT_EQ(nested->text(), u"张三"_s);
+
+    ClearFormEdits(&screen);
+    EXPECT_EQ(edit->text(), QString());
+    EXPECT_EQ(nested->text(), QString());
+    EXPECT_EQ(memo->toPlainText(), QString());
+    EXPECT_EQ(plain->toPlainText(), QString());
+    EXPECT_EQ(combo->currentText(), u"年计划"_s);
+    EXPECT_EQ(spin->value(), 5);
+    EXPECT_TRUE(check->isChecked());
+
+    ClearFormEdits(nullptr);  // harmless
+}
+
+// --------------------------------------------------------------- messages
+
+TEST(CommonMessages, CaptionsIconsAndButtons) {
+    ScriptedMessages boxes;
+    ShowTip(u"保存成功！"_s);
+    ShowErrorMsg(u"保存失败！"_s);
+    ShowInfoMsg(u"已发送。"_s);
+    boxes.answer(QMessageBox::Yes);
+    EXPECT_EQ(AskYesNo(u"确定删除吗？"_s), 6);
+    boxes.answer(QMessageBox::No);
+    EXPECT_EQ(AskYesNo(u"确定删除吗？"_s), 7);
+
+    const auto& shown = boxes.shown();
+    ASSERT_EQ(shown.size(), 5u);
+    struct Want {
+        QString text, caption;
+        QMessageBox::Icon icon;
+        QMessageBox::StandardButtons buttons;
+    };
+    const Want want[] = {
+        {u"保存成功！"_s, u"提示"_s, QMessageBox::Information, QMessageBox::Ok},
+        {u"保存失败！"_s, u"系统提示"_s, QMessageBox::Critical, QMessageBox::Ok},
+        {u"已发送。"_s, u"系统提示"_s, QMessageBox::Information, QMessageBox::Ok},
+        {u"确定删除吗？"_s, u"系统提示"_s, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No},
+        {u"确定删除吗？"_s, u"系统提示"_s, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No},
+    };
+    for (size_t i = 0; i < shown.size(); ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_EQ(shown[i].text, want[i].text);
+        EXPECT_EQ(shown[i].caption, want[i].caption);
+        EXPECT_EQ(shown[i].icon, want[i].icon);
+        EXPECT_EQ(shown[i].buttons, want[i].buttons);
+    }
+}
+
+TEST(CommonMessages, AskYesNoClosedWithoutAnswerIsNo) {
+    ScriptedMessages boxes;
+    boxes.answer(QMessageBox::Cancel);  // Escape on a Yes/No box
+    EXPECT_EQ(AskYesNo(u"继续吗？"_s), mrNo);
+}
+
+}  // namespace

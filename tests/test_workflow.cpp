@@ -1,0 +1,579 @@
+// The workflow library as the module meets it: loaded by path, its five C
+// functions called by name on the "Shdl" connection, on both engines.
+#include <gtest/gtest.h>
+
+#include <QDate>
+#include <QDateTime>
+#include <QFile>
+#include <QProcess>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QStandardPaths>
+#include <cmath>
+#include <dlfcn.h>
+#include <limits>
+#include <memory>
+
+#include "../workflow/Prj_zt_pubfun.h"
+#include "Connection.h"
+#include "DemoGenerator.h"
+#include "TestDb.h"
+
+namespace {
+
+using tarvin::test::EngineTest;
+using tarvin::test::TestDatabase;
+
+const char* const kLibrary = TARVIN_LIB_DIR "/libPrj_zt_pubfun.so";
+
+// The five functions, resolved by name once.
+struct Workflow {
+    void* handle = nullptr;
+    getsysdate_fn getsysdate = nullptr;
+    fristywx_fn tryfristywx = nullptr;
+    fristywx_fn fristywx = nullptr;
+    lcsend_fn lcsend = nullptr;
+    SendGzdMess_fn SendGzdMess = nullptr;
+
+    Workflow() {
+        handle = dlopen(kLibrary, RTLD_NOW | RTLD_LOCAL);
+        if (!handle) return;
+        getsysdate = reinterpret_cast<getsysdate_fn>(dlsym(handle, "getsysdate"));
+        tryfristywx = reinterpret_cast<fristywx_fn>(dlsym(handle, "tryfristywx"));
+        fristywx = reinterpret_cast<fristywx_fn>(dlsym(handle, "fristywx"));
+        lcsend = reinterpret_cast<lcsend_fn>(dlsym(handle, "lcsend"));
+        SendGzdMess = reinterpret_cast<SendGzdMess_fn>(dlsym(handle, "SendGzdMess"));
+    }
+    bool complete() const { return getsysdate && tryfristywx && fristywx && lcsend && SendGzdMess; }
+};
+
+const Workflow& wf() {
+    static Workflow w;
+    return w;
+}
+
+// TDateTime of a wall-clock time, computed independently of the library.
+double td(int y, int m, int d, int h = 0, int mi = 0, int s = 0) {
+    return double(QDate(1899, 12, 30).daysTo(QDate(y, m, d))) + (h * 3600 + mi * 60 + s) / 86400.0;
+}
+
+// A stored date-time as canonical text, whichever way the engine returns it.
+QString stamp(const QVariant& v) {
+    if (v.isNull()) return {};
+    if (v.metaType() == QMetaType::fromType<QDateTime>()) return v.toDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    return v.toString();
+}
+
+const char* const kWorkflowTables[] = {"z_dqgw", "z_lcls", "z_gzdxx", "a_khsqxx", "a_ykkzb", "a_h_khsqxx", "a_h_ykkzb"};
+
+// Arguments of one start, as the dispatch screen passes them.
+struct Start {
+    QByteArray cdbh = "0000000101", ywdm = "401", ywxdm = "40101", dw = "01", hh = "0100000001", yxj = "一般",
+               czydm = "01002", hm = "城关机械厂", yddz = "城关镇建设路1号";
+    double kssj = td(2024, 7, 1, 9, 30);
+};
+
+class WorkflowTest : public EngineTest {
+protected:
+    void SetUp() override {
+        ASSERT_NE(wf().handle, nullptr) << "cannot load " << kLibrary << ": " << dlerror();
+        ASSERT_TRUE(wf().complete());
+        db_ = std::make_unique<TestDatabase>(dialect());
+    }
+
+    TestDatabase& db() { return *db_; }
+
+    static const char* c(const QByteArray& b) { return b.isNull() ? nullptr : b.constData(); }
+    int tryStart(const Start& s) {
+        return wf().tryfristywx(c(s.cdbh), c(s.ywdm), c(s.ywxdm), c(s.dw), c(s.hh), c(s.yxj), c(s.czydm), s.kssj, c(s.hm), c(s.yddz), 0, 0);
+    }
+    int start(const Start& s) {
+        return wf().fristywx(c(s.cdbh), c(s.ywdm), c(s.ywxdm), c(s.dw), c(s.hh), c(s.yxj), c(s.czydm), s.kssj, c(s.hm), c(s.yddz), 0, 0);
+    }
+    int send(const char* cdbh, const char* item, double at, const char* czydm = "01003") { return wf().lcsend(cdbh, item, at, czydm, 0); }
+
+    // The application rows a screen writes before it starts the case.
+    void application(const QString& cdbh, const QString& ywdm) {
+        db().exec(QStringLiteral("INSERT INTO a_khsqxx (cdbh, slbm, ywdm, sqrq, hh, hm, yddz, htrl, dw) "
+                                 "VALUES (?, '0101', ?, '2024-07-01 09:00:00', '0100000001', '城关机械厂', '城关镇建设路1号', 630, '01')"),
+                  {cdbh, ywdm});
+        db().exec(QStringLiteral("INSERT INTO a_ykkzb (cdbh, sfygz, htrl) VALUES (?, '否', 630)"), {cdbh});
+    }
+
+    QString at(const QString& cdbh) { return db().scalar(QStringLiteral("SELECT dqywx FROM z_dqgw WHERE cdbh = ?"), {cdbh}).toString(); }
+    int rows(const char* table, const QString& cdbh) {
+        return db().scalar(QStringLiteral("SELECT count(*) FROM %1 WHERE cdbh = ?").arg(QLatin1String(table)), {cdbh}).toInt();
+    }
+    // Every row of every workflow table, as text: what "changes nothing" compares.
+    QStringList everything() {
+        QStringList out;
+        for (const char* table : kWorkflowTables) {
+            QSqlQuery q(db().db());
+            EXPECT_TRUE(q.exec(QStringLiteral("SELECT * FROM %1 ORDER BY 1, 2").arg(QLatin1String(table)))) << table;
+            while (q.next()) {
+                QStringList fields{QLatin1String(table)};
+                for (int i = 0; i < q.record().count(); ++i) fields << stamp(q.value(i));
+                out << fields.join(QLatin1Char('|'));
+            }
+        }
+        return out;
+    }
+    // The history of a case: "xh item operator arrived finished" per step.
+    QStringList history(const QString& cdbh) {
+        QStringList out;
+        QSqlQuery q(db().db());
+        q.prepare(QStringLiteral("SELECT xh, ywxdm, ywxmc, czy, jssj, wcsj FROM z_lcls WHERE cdbh = ? ORDER BY xh"));
+        q.addBindValue(cdbh);
+        EXPECT_TRUE(q.exec());
+        while (q.next())
+            out << QStringLiteral("%1 %2 %3 %4 %5 %6")
+                       .arg(q.value(0).toInt())
+                       .arg(q.value(1).toString(), q.value(2).toString(), q.value(3).toString(), stamp(q.value(4)), stamp(q.value(5)))
+                       .trimmed();
+        return out;
+    }
+
+    std::unique_ptr<TestDatabase> db_;
+};
+
+// ---------------------------------------------------------------------------
+// A whole case
+
+TEST_P(WorkflowTest, InspectionCaseGoesThroughEveryItemAndEndsArchived) {
+    const Start s;
+    const QString cdbh = QString::fromLatin1(s.cdbh);
+    application(cdbh, QStringLiteral("401"));
+    ASSERT_EQ(tryStart(s), WF_OK);
+    ASSERT_EQ(start(s), WF_OK);
+
+    // Dispatching is the first item itself: the case waits for approval.
+    QSqlQuery q(db().db());
+    q.prepare(QStringLiteral("SELECT ywdm, khbh, hm, yddz, dqywx, dqywxmc, lastywx, lastywxmc, czy, glbm, yxj, kssj, jssj FROM z_dqgw WHERE cdbh = ?"));
+    q.addBindValue(cdbh);
+    ASSERT_TRUE(q.exec() && q.next());
+    EXPECT_EQ(q.value(0).toString(), QStringLiteral("401"));
+    EXPECT_EQ(q.value(1).toString(), QStringLiteral("0100000001"));
+    EXPECT_EQ(q.value(2).toString(), QStringLiteral("城关机械厂"));
+    EXPECT_EQ(q.value(3).toString(), QStringLiteral("城关镇建设路1号"));
+    EXPECT_EQ(q.value(4).toString(), QStringLiteral("40102"));
+    EXPECT_EQ(q.value(5).toString(), QStringLiteral("检查工作审批"));
+    EXPECT_EQ(q.value(6).toString(), QStringLiteral("40101"));
+    EXPECT_EQ(q.value(7).toString(), QStringLiteral("检查任务下达"));
+    EXPECT_EQ(q.value(8).toString(), QStringLiteral("01002"));
+    EXPECT_EQ(q.value(9).toString(), QStringLiteral("01"));
+    EXPECT_EQ(q.value(10).toString(), QStringLiteral("一般"));
+    EXPECT_EQ(stamp(q.value(11)), QStringLiteral("2024-07-01 09:30:00"));
+    EXPECT_EQ(stamp(q.value(12)), QStringLiteral("2024-07-01 09:30:00"));
+    q.finish();
+
+    EXPECT_EQ(send("0000000101", "40102", td(2024, 7, 2, 10, 15), "01001"), WF_OK);
+    EXPECT_EQ(at(cdbh), QStringLiteral("40103"));
+    EXPECT_EQ(db().scalar(QStringLiteral("SELECT lastywxmc FROM z_dqgw WHERE cdbh = ?"), {cdbh}).toString(), QStringLiteral("检查工作审批"));
+    EXPECT_EQ(send("0000000101", "40103", td(2024, 7, 3, 8, 40)), WF_OK);
+    EXPECT_EQ(at(cdbh), QStringLiteral("40104"));
+    EXPECT_EQ(rows("a_khsqxx", cdbh), 1) << "the application stays until the case ends";
+    EXPECT_EQ(send("0000000101", "40104", td(2024, 7, 5, 16, 30)), WF_OK);
+
+    EXPECT_EQ(rows("z_dqgw", cdbh), 0);
+    EXPECT_EQ(rows("a_khsqxx", cdbh), 0);
+    EXPECT_EQ(rows("a_ykkzb", cdbh), 0);
+    EXPECT_EQ(db().scalar(QStringLiteral("SELECT hm FROM a_h_khsqxx WHERE cdbh = ?"), {cdbh}).toString(), QStringLiteral("城关机械厂"));
+    EXPECT_EQ(stamp(db().scalar(QStringLiteral("SELECT sqrq FROM a_h_khsqxx WHERE cdbh = ?"), {cdbh})), QStringLiteral("2024-07-01 09:00:00"));
+    EXPECT_EQ(stamp(db().scalar(QStringLiteral("SELECT gdsj FROM a_h_khsqxx WHERE cdbh = ?"), {cdbh})), QStringLiteral("2024-07-05 16:30:00"));
+    EXPECT_EQ(db().scalar(QStringLiteral("SELECT htrl FROM a_h_ykkzb WHERE cdbh = ?"), {cdbh}).toDouble(), 630.0);
+    EXPECT_EQ(stamp(db().scalar(QStringLiteral("SELECT gdsj FROM a_h_ykkzb WHERE cdbh = ?"), {cdbh})), QStringLiteral("2024-07-05 16:30:00"));
+    EXPECT_EQ(history(cdbh), QStringList({
+                                 QStringLiteral("1 40101 检查任务下达 01002 2024-07-01 09:30:00 2024-07-01 09:30:00"),
+                                 QStringLiteral("2 40102 检查工作审批 01001 2024-07-01 09:30:00 2024-07-02 10:15:00"),
+                                 QStringLiteral("3 40103 检查工作单打印 01003 2024-07-02 10:15:00 2024-07-03 08:40:00"),
+                                 QStringLiteral("4 40104 检查结果录入 01003 2024-07-03 08:40:00 2024-07-05 16:30:00"),
+                             }));
+
+    // Finished: it can neither be sent again nor started again.
+    EXPECT_EQ(send("0000000101", "40104", td(2024, 7, 6)), WF_NO_CASE);
+    EXPECT_EQ(tryStart(s), WF_CASE_CLOSED);
+}
+
+TEST_P(WorkflowTest, CaseStartedAtAnOrdinaryFirstItemWaitsThere) {
+    // The anomaly screen starts its case at 16001 and then sends it on itself.
+    Start s;
+    s.ywdm = "160";
+    s.ywxdm = "16001";
+    s.cdbh = "0000000201";
+    s.kssj = td(2024, 7, 1, 10);
+    ASSERT_EQ(start(s), WF_OK);
+    EXPECT_EQ(at(QStringLiteral("0000000201")), QStringLiteral("16001"));
+    EXPECT_TRUE(db().scalar(QStringLiteral("SELECT lastywx FROM z_dqgw WHERE cdbh = '0000000201'")).isNull());
+    EXPECT_EQ(history(QStringLiteral("0000000201")), QStringList({QStringLiteral("1 16001 计量异常记录  2024-07-01 10:00:00")}));
+
+    ASSERT_EQ(send("0000000201", "16001", td(2024, 7, 1, 16), "01007"), WF_OK);
+    EXPECT_EQ(at(QStringLiteral("0000000201")), QStringLiteral("16002"));
+    EXPECT_EQ(db().scalar(QStringLiteral("SELECT lastywxmc FROM z_dqgw WHERE cdbh = '0000000201'")).toString(), QStringLiteral("计量异常记录"));
+    EXPECT_EQ(history(QStringLiteral("0000000201")),
+              QStringList({QStringLiteral("1 16001 计量异常记录 01007 2024-07-01 10:00:00 2024-07-01 16:00:00"),
+                           QStringLiteral("2 16002 计量装置装拆  2024-07-01 16:00:00")}));
+}
+
+TEST_P(WorkflowTest, CaseWithoutRecordedStepsIsSentAndItsStepRecorded) {
+    // A case placed by other means (a migration, the demo data) without a
+    // history row for its current item: the send records the step it closes.
+    db().exec(QStringLiteral("INSERT INTO z_dqgw (cdbh, ywdm, khbh, dqywx, dqywxmc, glbm, jssj) "
+                             "VALUES ('0000000301', '401', '0100000001', '40103', '检查工作单打印', '01', '2024-07-02 10:00:00')"));
+    ASSERT_EQ(send("0000000301", "40103", td(2024, 7, 3, 9)), WF_OK);
+    EXPECT_EQ(history(QStringLiteral("0000000301")),
+              QStringList({QStringLiteral("1 40103 检查工作单打印 01003 2024-07-02 10:00:00 2024-07-03 09:00:00"),
+                           QStringLiteral("2 40104 检查结果录入  2024-07-03 09:00:00")}));
+}
+
+// ---------------------------------------------------------------------------
+// Refusals
+
+TEST_P(WorkflowTest, SendFromAnItemTheCaseIsNotAtIsRefusedAndChangesNothing) {
+    const Start s;
+    application(QStringLiteral("0000000101"), QStringLiteral("401"));
+    ASSERT_EQ(start(s), WF_OK);
+    const QStringList before = everything();
+
+    EXPECT_EQ(send("0000000101", "40103", td(2024, 7, 2)), WF_NOT_AT_ITEM);
+    EXPECT_EQ(send("0000000101", "40101", td(2024, 7, 2)), WF_NOT_AT_ITEM) << "an item already left";
+    EXPECT_EQ(send("0000000101", "", td(2024, 7, 2)), WF_NOT_AT_ITEM) << "the approval screen with an empty Ywxdm";
+    EXPECT_EQ(send("0000000101", nullptr, td(2024, 7, 2)), WF_NOT_AT_ITEM);
+    EXPECT_EQ(send("0000000999", "40102", td(2024, 7, 2)), WF_NO_CASE);
+    EXPECT_EQ(send("", "40102", td(2024, 7, 2)), WF_BAD_CDBH);
+    EXPECT_EQ(send("0000000101", "40102", std::numeric_limits<double>::quiet_NaN()), WF_BAD_TIME);
+    EXPECT_EQ(send("0000000101", "40102", std::numeric_limits<double>::infinity()), WF_BAD_TIME);
+    EXPECT_EQ(everything(), before);
+
+    // The same send twice: the second finds the case gone on.
+    EXPECT_EQ(send("0000000101", "40102", td(2024, 7, 2)), WF_OK);
+    EXPECT_EQ(send("0000000101", "40102", td(2024, 7, 2)), WF_NOT_AT_ITEM);
+}
+
+TEST_P(WorkflowTest, TryStartWritesNothingAndRefusesForEachReason) {
+    // One case open, one finished, one business out of use.
+    Start open;
+    open.cdbh = "0000000001";
+    Start closed;
+    closed.cdbh = "0000000002";
+    ASSERT_EQ(start(open), WF_OK);
+    ASSERT_EQ(start(closed), WF_OK);
+    for (const char* item : {"40102", "40103", "40104"}) ASSERT_EQ(send("0000000002", item, td(2024, 7, 2)), WF_OK);
+    db().exec(QStringLiteral("UPDATE z_dlyxyw SET sfyx = 0 WHERE ywdm = '191'"));
+    db().exec(QStringLiteral("INSERT INTO a_h_khsqxx (cdbh, ywdm, hh) VALUES ('0000000003', '120', '0100000001')"));
+    const QStringList before = everything();
+
+    struct Case {
+        const char* why;
+        void (*change)(Start&);
+        int code;
+    };
+    const Case cases[] = {
+        {"ready", [](Start&) {}, WF_OK},
+        {"no document number", [](Start& s) { s.cdbh = QByteArray(); }, WF_BAD_CDBH},
+        {"blank document number", [](Start& s) { s.cdbh = "   "; }, WF_BAD_CDBH},
+        {"document number too long", [](Start& s) { s.cdbh = "00000001011"; }, WF_BAD_CDBH},
+        {"no unit", [](Start& s) { s.dw = QByteArray(); }, WF_NO_UNIT},
+        {"empty unit", [](Start& s) { s.dw = ""; }, WF_NO_UNIT},
+        {"time not a number", [](Start& s) { s.kssj = std::numeric_limits<double>::quiet_NaN(); }, WF_BAD_TIME},
+        {"unknown business", [](Start& s) { s.ywdm = "999"; }, WF_UNKNOWN_BUSINESS},
+        {"no business", [](Start& s) { s.ywdm = QByteArray(); }, WF_UNKNOWN_BUSINESS},
+        {"business out of use", [](Start& s) { s.ywdm = "191"; s.ywxdm = "19101"; }, WF_UNKNOWN_BUSINESS},
+        {"unknown item", [](Start& s) { s.ywxdm = "40199"; }, WF_UNKNOWN_ITEM},
+        {"no item", [](Start& s) { s.ywxdm = ""; }, WF_UNKNOWN_ITEM},
+        {"the alarm code is no workflow item", [](Start& s) { s.ywxdm = "40099"; }, WF_UNKNOWN_ITEM},
+        {"item of another business", [](Start& s) { s.ywxdm = "16001"; }, WF_ITEM_OF_OTHER_BUSINESS},
+        {"item not the first", [](Start& s) { s.ywxdm = "40102"; }, WF_NOT_FIRST_ITEM},
+        {"document already open", [](Start& s) { s.cdbh = "0000000001"; }, WF_CASE_OPEN},
+        {"document already finished", [](Start& s) { s.cdbh = "0000000002"; }, WF_CASE_CLOSED},
+        {"document already archived", [](Start& s) { s.cdbh = "0000000003"; }, WF_CASE_CLOSED},
+    };
+    for (const Case& k : cases) {
+        Start s;
+        k.change(s);
+        EXPECT_EQ(tryStart(s), k.code) << k.why;
+        EXPECT_EQ(everything(), before) << k.why;
+        // fristywx refuses for the same reasons, also writing nothing.
+        if (k.code != WF_OK) {
+            EXPECT_EQ(start(s), k.code) << k.why;
+            EXPECT_EQ(everything(), before) << k.why;
+        }
+    }
+}
+
+TEST_P(WorkflowTest, WithoutTheConnectionEveryCallRefuses) {
+    db().db().close();
+    EXPECT_EQ(tryStart(Start()), WF_NO_CONNECTION);
+    EXPECT_EQ(start(Start()), WF_NO_CONNECTION);
+    EXPECT_EQ(send("0000000101", "40102", td(2024, 7, 2)), WF_NO_CONNECTION);
+    EXPECT_EQ(wf().SendGzdMess("0000000101"), WF_NO_CONNECTION);
+    EXPECT_EQ(wf().getsysdate(), 0.0);
+}
+
+// ---------------------------------------------------------------------------
+// Transactions: the caller's, never the library's own
+
+TEST_P(WorkflowTest, StartInsideATransactionGoesWithIt) {
+    QSqlDatabase d = db().db();
+    ASSERT_TRUE(d.transaction());
+    ASSERT_EQ(start(Start()), WF_OK);
+    EXPECT_EQ(at(QStringLiteral("0000000101")), QStringLiteral("40102")) << "visible inside the transaction";
+    ASSERT_TRUE(d.rollback());
+    EXPECT_EQ(rows("z_dqgw", QStringLiteral("0000000101")), 0);
+    EXPECT_EQ(rows("z_lcls", QStringLiteral("0000000101")), 0);
+
+    ASSERT_TRUE(d.transaction());
+    ASSERT_EQ(start(Start()), WF_OK);
+    ASSERT_TRUE(d.commit());
+    EXPECT_EQ(at(QStringLiteral("0000000101")), QStringLiteral("40102"));
+
+    // A send rolled back with the caller leaves the case where it was.
+    ASSERT_TRUE(d.transaction());
+    ASSERT_EQ(send("0000000101", "40102", td(2024, 7, 2)), WF_OK);
+    ASSERT_TRUE(d.rollback());
+    EXPECT_EQ(at(QStringLiteral("0000000101")), QStringLiteral("40102"));
+    EXPECT_EQ(rows("z_lcls", QStringLiteral("0000000101")), 2);
+}
+
+TEST_P(WorkflowTest, FailedSendTakesBackItsOwnWritesOnly) {
+    // The archive already holds the document, so leaving the last item fails
+    // half-way; the case must stay whole at its item, with or without the
+    // caller's transaction, and the caller's own work must survive.
+    application(QStringLiteral("0000000101"), QStringLiteral("401"));
+    ASSERT_EQ(start(Start()), WF_OK);
+    ASSERT_EQ(send("0000000101", "40102", td(2024, 7, 2)), WF_OK);
+    ASSERT_EQ(send("0000000101", "40103", td(2024, 7, 3)), WF_OK);
+    db().exec(QStringLiteral("INSERT INTO a_h_ykkzb (cdbh, sfygz) VALUES ('0000000101', '是')"));
+    const QStringList before = everything();
+
+    for (const bool inTransaction : {true, false}) {
+        QSqlDatabase d = db().db();
+        if (inTransaction) {
+            ASSERT_TRUE(d.transaction());
+        }
+        db().exec(QStringLiteral("INSERT INTO w_jclx (dm, mc) VALUES (?, '周期检查')"), {inTransaction ? QStringLiteral("01") : QStringLiteral("02")});
+        EXPECT_EQ(send("0000000101", "40104", td(2024, 7, 5)), WF_DATABASE_ERROR) << inTransaction;
+        if (inTransaction) {
+            EXPECT_TRUE(d.commit()) << "the caller's transaction is still usable";
+        }
+        EXPECT_EQ(everything(), before) << inTransaction;
+    }
+    EXPECT_EQ(db().scalar(QStringLiteral("SELECT count(*) FROM w_jclx")).toInt(), 2);
+}
+
+// ---------------------------------------------------------------------------
+// Work-order messages
+
+class WorkOrderMessages : public WorkflowTest {
+protected:
+    void SetUp() override {
+        WorkflowTest::SetUp();
+        if (HasFatalFailure()) return;
+        TestDatabase& d = db();
+        // Functions: approving (in force), printing, approving (out of use).
+        d.exec(QStringLiteral("INSERT INTO z_ywzn (dm, mc, sfyx) VALUES ('F1', '检查审批', 1), ('F2', '工作单打印', 1), ('F3', '旧审批', 0)"));
+        d.exec(QStringLiteral("INSERT INTO z_znyywx (zndm, cldm) VALUES ('F1', '40102'), ('F2', '40103'), ('F3', '40102')"));
+        // Posts: P1 approves, P2 prints, P3 approves but is out of use, P4
+        // carries only the retired function.
+        d.exec(QStringLiteral("INSERT INTO z_gw (dm, mc, dw, sfyx) VALUES ('P1', '班长', '01', 1), ('P2', '检查员', '01', 1), "
+                              "('P3', '原班长', '01', 0), ('P4', '副班长', '01', 1), ('P5', '主任', '01', 1)"));
+        d.exec(QStringLiteral("INSERT INTO z_gwyzn (gwdm, zndm) VALUES ('P1', 'F1'), ('P2', 'F2'), ('P3', 'F1'), ('P4', 'F3'), ('P5', 'F1')"));
+        d.exec(QStringLiteral("INSERT INTO z_xtczy (dm, xingming, dw, sfyx) VALUES ('A', '甲', '01', 1), ('B', '乙', '01', 1), "
+                              "('C', '丙', '01', 1), ('D', '丁', '01', 1), ('E', '戊', '02', 1), ('F', '己', '01', 1), ('G', '庚', '01', 0)"));
+        d.exec(QStringLiteral("INSERT INTO z_czyygw (czydm, zdm) VALUES ('A', 'P1'), ('B', 'P2'), ('C', 'P3'), ('D', 'P4'), ('E', 'P1'), "
+                              "('F', 'P1'), ('F', 'P5'), ('G', 'P1')"));
+        tarvin::db::setFixedClock(d.connectionName(), QDateTime(QDate(2024, 7, 1), QTime(9, 31, 5)));
+    }
+
+    QStringList messages(const QString& cdbh) {
+        QStringList out;
+        QSqlQuery q(db().db());
+        q.prepare(QStringLiteral("SELECT xh, jsczy, ywxdm, fssj, ydbz FROM z_gzdxx WHERE cdbh = ? ORDER BY xh"));
+        q.addBindValue(cdbh);
+        EXPECT_TRUE(q.exec());
+        while (q.next())
+            out << QStringLiteral("%1 %2 %3 %4 %5").arg(q.value(0).toInt()).arg(q.value(1).toString(), q.value(2).toString(), stamp(q.value(3)),
+                                                         q.value(4).toString());
+        return out;
+    }
+};
+
+TEST_P(WorkOrderMessages, ReachOperatorsWhosePostsGrantTheCurrentItem) {
+    ASSERT_EQ(start(Start()), WF_OK);
+    ASSERT_EQ(wf().SendGzdMess("0000000101"), WF_OK);
+    // A holds the approving post; F holds two such posts and hears it once.
+    // Not B (prints), C (post out of use), D (function out of use), E (other
+    // unit), G (operator out of use).
+    EXPECT_EQ(messages(QStringLiteral("0000000101")),
+              QStringList({QStringLiteral("1 A 40102 2024-07-01 09:31:05 否"), QStringLiteral("2 F 40102 2024-07-01 09:31:05 否")}));
+    const QString text = db().scalar(QStringLiteral("SELECT nr FROM z_gzdxx WHERE cdbh = '0000000101' AND xh = 1")).toString();
+    EXPECT_TRUE(text.contains(QStringLiteral("检查工作审批")) && text.contains(QStringLiteral("0000000101")) &&
+                text.contains(QStringLiteral("城关机械厂")))
+        << text.toStdString();
+
+    // After approval the printing post hears of it, numbered on.
+    ASSERT_EQ(send("0000000101", "40102", td(2024, 7, 2)), WF_OK);
+    ASSERT_EQ(wf().SendGzdMess("0000000101"), WF_OK);
+    EXPECT_EQ(messages(QStringLiteral("0000000101")).mid(2), QStringList({QStringLiteral("3 B 40103 2024-07-01 09:31:05 否")}));
+}
+
+TEST_P(WorkOrderMessages, NobodyToTellOrNoCaseWritesNothing) {
+    Start s;
+    s.ywdm = "160";
+    s.ywxdm = "16001";
+    ASSERT_EQ(start(s), WF_OK);
+    const QStringList before = everything();
+    EXPECT_EQ(wf().SendGzdMess("0000000101"), WF_NO_RECIPIENT);
+    EXPECT_EQ(wf().SendGzdMess("0000000999"), WF_NO_CASE);
+    EXPECT_EQ(wf().SendGzdMess(nullptr), WF_BAD_CDBH);
+    EXPECT_EQ(everything(), before);
+}
+
+// ---------------------------------------------------------------------------
+// The clock
+
+TEST_P(WorkflowTest, GetsysdateFollowsTheDatabaseClock) {
+    const QString connection = db().connectionName();
+    tarvin::db::setFixedClock(connection, QDateTime(QDate(2024, 7, 1), QTime(8, 30, 15)));
+    EXPECT_NEAR(wf().getsysdate(), td(2024, 7, 1, 8, 30, 15), 0.1 / 86400);
+    tarvin::db::setFixedClock(connection, QDateTime(QDate(2004, 7, 31), QTime(23, 59, 59)));
+    EXPECT_NEAR(wf().getsysdate(), td(2004, 7, 31, 23, 59, 59), 0.1 / 86400);
+    // Before the epoch the days count back while the time still counts on.
+    tarvin::db::setFixedClock(connection, QDateTime(QDate(1899, 12, 29), QTime(6, 0)));
+    EXPECT_NEAR(wf().getsysdate(), -1.25, 0.1 / 86400);
+
+    tarvin::db::setFixedClock(connection, QDateTime());
+    const double now = wf().getsysdate();
+    const double local = td(QDate::currentDate().year(), QDate::currentDate().month(), QDate::currentDate().day(), QTime::currentTime().hour(),
+                            QTime::currentTime().minute(), QTime::currentTime().second());
+    EXPECT_LT(std::fabs(now - local), 1.0) << "back on the real clock (the server's zone may differ by hours)";
+}
+
+// ---------------------------------------------------------------------------
+// The catalogue the engine and the host's to-do list read
+
+TEST_P(WorkflowTest, EveryWaitingItemIsWorkedByAnExportOfTheModule) {
+    static const QStringList exports = {
+        QStringLiteral("show_jc_kykhjs"), QStringLiteral("show_jc_jhbp"),   QStringLiteral("show_jc_jcgzsp"),   QStringLiteral("show_jc_jcgzd"),
+        QStringLiteral("show_jc_qxqk"),   QStringLiteral("show_jc_jlyccl"), QStringLiteral("show_jc_njhbz"),    QStringLiteral("show_jc_yjhbz"),
+        QStringLiteral("show_jc_tbcltz"), QStringLiteral("show_jc_bjtx"),   QStringLiteral("show_jc_bjsz"),     QStringLiteral("show_jc_jcgzjgjl"),
+        QStringLiteral("show_jc_qxqkjl")};
+    QSqlQuery q(db().db());
+    ASSERT_TRUE(q.exec(QStringLiteral("SELECT e.ywxdm, e.export_name, y.ywxdm FROM tarvin_ywx_export e LEFT JOIN z_ywx y ON y.ywxdm = e.ywxdm")));
+    QMap<QString, QString> mapped;
+    while (q.next()) {
+        EXPECT_FALSE(q.value(2).isNull()) << q.value(0).toString().toStdString() << " is not a grantable code";
+        EXPECT_TRUE(exports.contains(q.value(1).toString())) << q.value(1).toString().toStdString();
+        mapped.insert(q.value(0).toString(), q.value(1).toString());
+    }
+    EXPECT_EQ(mapped.value(QStringLiteral("40102")), QStringLiteral("show_jc_jcgzsp"));
+    EXPECT_EQ(mapped.value(QStringLiteral("40103")), QStringLiteral("show_jc_jcgzd"));
+    EXPECT_EQ(mapped.value(QStringLiteral("40104")), QStringLiteral("show_jc_jcgzjgjl"));
+    EXPECT_EQ(mapped.value(QStringLiteral("16001")), QStringLiteral("show_jc_jlyccl"));
+    EXPECT_EQ(mapped.value(QStringLiteral("40099")), QStringLiteral("show_jc_bjtx"));
+    // Every item of the businesses this module drives has its screen.
+    ASSERT_TRUE(q.exec(QStringLiteral("SELECT ywxdm FROM z_lcjd WHERE ywdm IN ('401', '160')")));
+    while (q.next()) EXPECT_TRUE(mapped.contains(q.value(0).toString())) << q.value(0).toString().toStdString();
+    // An item finished by the start has somewhere to go.
+    EXPECT_EQ(db().scalar(QStringLiteral("SELECT count(*) FROM z_lcjd WHERE fqwc = 1 AND (xywxdm IS NULL OR xywxdm = '')")).toInt(), 0);
+    EXPECT_EQ(db().scalar(QStringLiteral("SELECT count(*) FROM z_lcjd WHERE fqwc = 1")).toInt(), 1);
+}
+
+// ---------------------------------------------------------------------------
+// On the demo utility: its waiting cases, posts and grants as a utility has them
+
+class WorkflowOnDemo : public WorkflowTest {
+protected:
+    void SetUp() override {
+        ASSERT_NE(wf().handle, nullptr) << dlerror();
+        db_ = std::make_unique<TestDatabase>(dialect(), false);
+        tarvin::demo::DemoOptions o;
+        o.customers = 400;
+        o.seed = 3;
+        o.today = QDate(2025, 3, 10);
+        tarvin::demo::createDemoDatabase(db().db(), o);
+        tarvin::db::setFixedClock(db().connectionName(), QDateTime(QDate(2025, 3, 10), QTime(9, 0)));
+    }
+    // The posts of the operators told of a case.
+    QStringList toldPosts(const QString& cdbh) {
+        QStringList out;
+        QSqlQuery q(db().db());
+        q.prepare(QStringLiteral("SELECT DISTINCT g.mc FROM z_gzdxx m, z_czyygw cg, z_gw g WHERE m.cdbh = ? AND cg.czydm = m.jsczy "
+                                 "AND g.dm = cg.zdm ORDER BY g.mc"));
+        q.addBindValue(cdbh);
+        EXPECT_TRUE(q.exec());
+        while (q.next()) out << q.value(0).toString();
+        return out;
+    }
+    QString firstCaseAt(const char* item) {
+        return db().scalar(QStringLiteral("SELECT min(cdbh) FROM z_dqgw WHERE dqywx = ? AND glbm = '0101'"), {QLatin1String(item)}).toString();
+    }
+};
+
+TEST_P(WorkflowOnDemo, WaitingInspectionGoesOnToThePrintingPostsAndEndsArchived) {
+    const QString cdbh = firstCaseAt("40102");
+    ASSERT_FALSE(cdbh.isEmpty());
+    const QByteArray doc = cdbh.toLatin1();
+    db().exec(QStringLiteral("DELETE FROM z_gzdxx WHERE cdbh = ?"), {cdbh});
+    ASSERT_EQ(send(doc.constData(), "40102", td(2025, 3, 10, 9)), WF_OK);
+    ASSERT_EQ(wf().SendGzdMess(doc.constData()), WF_OK);
+    // Printing is the inspectors' work, their leader's and the administrator's.
+    EXPECT_EQ(toldPosts(cdbh), QStringList({QStringLiteral("用电检查员"), QStringLiteral("用电检查班长"), QStringLiteral("营销管理员")}));
+    EXPECT_EQ(db().scalar(QStringLiteral("SELECT count(*) FROM z_gzdxx m, z_xtczy x WHERE m.cdbh = ? AND x.dm = m.jsczy AND x.dw <> '0101'"),
+                          {cdbh}).toInt(), 0);
+
+    ASSERT_EQ(send(doc.constData(), "40103", td(2025, 3, 11, 9)), WF_OK);
+    ASSERT_EQ(send(doc.constData(), "40104", td(2025, 3, 12, 9)), WF_OK);
+    EXPECT_EQ(rows("z_dqgw", cdbh), 0);
+    EXPECT_EQ(rows("a_khsqxx", cdbh), 0);
+    EXPECT_EQ(rows("a_h_khsqxx", cdbh), 1);
+    EXPECT_EQ(rows("a_h_ykkzb", cdbh), 1);
+    EXPECT_EQ(db().scalar(QStringLiteral("SELECT count(*) FROM z_lcls WHERE cdbh = ? AND wcsj IS NOT NULL"), {cdbh}).toInt(), 4);
+}
+
+TEST_P(WorkflowOnDemo, AnomalyCaseGoesOnToTheMeteringPost) {
+    const QString cdbh = firstCaseAt("16002");
+    ASSERT_FALSE(cdbh.isEmpty());
+    const QByteArray doc = cdbh.toLatin1();
+    db().exec(QStringLiteral("DELETE FROM z_gzdxx WHERE cdbh = ?"), {cdbh});
+    ASSERT_EQ(send(doc.constData(), "16002", td(2025, 3, 10, 9)), WF_OK);
+    EXPECT_EQ(at(cdbh), QStringLiteral("16003"));
+    ASSERT_EQ(wf().SendGzdMess(doc.constData()), WF_OK);
+    EXPECT_EQ(toldPosts(cdbh), QStringList({QStringLiteral("营销管理员"), QStringLiteral("计量专责")}));
+}
+
+TARVIN_INSTANTIATE_ENGINES(WorkflowOnDemo);
+TARVIN_INSTANTIATE_ENGINES(WorkflowTest);
+TARVIN_INSTANTIATE_ENGINES(WorkOrderMessages);
+
+// ---------------------------------------------------------------------------
+// The C interface itself
+
+TEST(WorkflowAbi, PlainCProgramLinksTheFiveFunctionsAndCallsThem) {
+    const QString program = QStringLiteral(TARVIN_BIN_DIR "/workflow_abi");
+    ASSERT_TRUE(QFile::exists(program)) << program.toStdString();
+    QProcess p;
+    p.start(program, {});
+    ASSERT_TRUE(p.waitForFinished(30000));
+    const QString out = QString::fromUtf8(p.readAllStandardOutput());
+    EXPECT_EQ(p.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(p.exitCode(), 0) << out.toStdString() << p.readAllStandardError().toStdString();
+    EXPECT_TRUE(out.contains(QStringLiteral("getsysdate=0.0"))) << out.toStdString();
+    EXPECT_EQ(out.count(QStringLiteral("=1\n")), 7) << out.toStdString();
+}
+
+TEST(WorkflowAbi, OnlyTheFiveFunctionsAreExported) {
+    const QString nm = QStandardPaths::findExecutable(QStringLiteral("nm"));
+    if (nm.isEmpty()) GTEST_SKIP() << "nm is not installed";
+    QProcess p;
+    p.start(nm, {QStringLiteral("-D"), QStringLiteral("--defined-only"), QString::fromLatin1(kLibrary)});
+    ASSERT_TRUE(p.waitForFinished(30000));
+    QStringList names;
+    for (const QString& line : QString::fromUtf8(p.readAllStandardOutput()).split(QLatin1Char('\n'), Qt::SkipEmptyParts))
+        names << line.section(QLatin1Char(' '), -1);
+    names.sort();
+    EXPECT_EQ(names, QStringList({QStringLiteral("SendGzdMess"), QStringLiteral("fristywx"), QStringLiteral("getsysdate"),
+                                  QStringLiteral("lcsend"), QStringLiteral("tryfristywx")}));
+}
+
+}  // namespace

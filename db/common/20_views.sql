@@ -1,11 +1,12 @@
--- Reference schema: views (PostgreSQL).
+-- Reference schema: views, one text for SQLite and PostgreSQL.
 --
 -- The screening texts put the common filters (a.dw, a.dydjdm, a.khlxdm,
 -- a.ydlb, a.htrl, a.tch, a.xlbh, a.tqbh, a.hyfl, a.hh) after every category
 -- text, so every screening view carries the customer columns of v_yckhda.
--- The text is the one of db/sqlite/20_views.sql, where the CASTs AS NUMERIC
--- give computed columns numeric affinity; here they are plain numerics,
--- and a quoted '30' compares with them as a number.
+-- Computed numeric columns are CAST AS NUMERIC: on SQLite the column then
+-- has numeric affinity and a bound text such as '30' compares with it as a
+-- number; on PostgreSQL they are plain numerics, and a quoted '30' compares
+-- with them as a number all the same.
 
 -- Units: the unit register with its parent unit.
 CREATE VIEW v_dw AS

@@ -60,8 +60,8 @@ void fillSession(ModuleLoader& module, const Operator& op, const QSqlDatabase& d
     for (const auto& [name, value] : values) module.setSession(name, value);
 }
 
-HostWindow::HostWindow(ModuleLoader& module, const Operator& op, const QString& databaseLabel,
-                       QWidget* parent)
+HostWindow::HostWindow(ModuleLoader& module, const Operator& op, const QSqlDatabase& db,
+                       const QString& databaseLabel, QWidget* parent)
     : QMainWindow(parent), module_(module) {
     setObjectName(QStringLiteral("HostWindow"));
     setWindowTitle(QStringLiteral("用电检查 - %1").arg(op.dwmc));
@@ -97,16 +97,21 @@ HostWindow::HostWindow(ModuleLoader& module, const Operator& op, const QString& 
     }
     connect(list_, &QListWidget::itemActivated, this, &HostWindow::openItem);
 
+    todo_ = new TodoList(db, op.czydm, op.dw,
+                         [this](const QByteArray& name) { return module_.hasEntry(name.constData()); }, this);
+    connect(todo_, &TodoList::openRequested, this, &HostWindow::openCase);
+
     auto* central = new QWidget(this);
     auto* layout = new QVBoxLayout(central);
     auto* title = new QLabel(QStringLiteral("功能"), central);
     title->setStyleSheet(QStringLiteral("font-weight: bold"));
     layout->addWidget(title);
-    layout->addWidget(list_);
+    layout->addWidget(list_, 2);
+    layout->addWidget(todo_, 3);
     setCentralWidget(central);
     statusBar()->showMessage(QStringLiteral("操作员：%1 %2    单位：%3    数据库：%4")
                                  .arg(op.czydm, op.xingming, op.dwmc, databaseLabel));
-    resize(760, 480);
+    resize(820, 620);
 }
 
 void HostWindow::openItem(QListWidgetItem* item) {
@@ -115,11 +120,24 @@ void HostWindow::openItem(QListWidgetItem* item) {
 }
 
 bool HostWindow::open(const char* exportName) {
-    // A to-do item sets these; a menu entry starts without a document.
-    module_.setSession(QStringLiteral("Cdbh"), QString());
-    module_.setSession(QStringLiteral("ywdm"), QString());
-    module_.setSession(QStringLiteral("Ywxdm"), QString());
-    return module_.call(exportName);
+    // A menu entry starts without a document.
+    return call(QString(), QString(), QString(), QString(), exportName);
+}
+
+bool HostWindow::openCase(const TodoCase& c) {
+    return call(c.cdbh, c.ywdm, c.ywxdm, c.ywxmc, c.exportName.toLatin1().constData());
+}
+
+bool HostWindow::call(const QString& cdbh, const QString& ywdm, const QString& ywxdm, const QString& ywxmc,
+                      const char* exportName) {
+    module_.setSession(QStringLiteral("Cdbh"), cdbh);
+    module_.setSession(QStringLiteral("ywdm"), ywdm);
+    module_.setSession(QStringLiteral("Ywxdm"), ywxdm);
+    module_.setSession(QStringLiteral("ywxmc"), ywxmc);
+    const bool called = module_.call(exportName);
+    // The screen is modal: it has closed, and may have moved cases on.
+    todo_->refresh();
+    return called;
 }
 
 }  // namespace tarvin::host

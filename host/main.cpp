@@ -117,7 +117,7 @@ int main(int argc, char** argv) {
     SignInDialog signIn(db);
     if (signIn.exec() != QDialog::Accepted) return 0;
     fillSession(module, signIn.signedIn(), db);
-    HostWindow window(module, signIn.signedIn(), parsed.dialect == tarvin::sql::Dialect::SQLite ? parsed.path : parsed.toString());
+    HostWindow window(module, signIn.signedIn(), db, parsed.dialect == tarvin::sql::Dialect::SQLite ? parsed.path : parsed.toString());
     window.show();
     return app.exec();
 }

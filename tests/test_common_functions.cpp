@@ -25,6 +25,7 @@
 #include "Unt_Zt_Message.h"
 #include "unit_zt_pubfun.h"
 #include "unt_jc_fuc.h"
+#include "Unt_Zt_UserFuncs.h"
 
 using namespace Qt::StringLiterals;
 using namespace tarvin::test;
@@ -95,6 +96,28 @@ TEST_P(CommonDb, ServerTimeComesFromTheDatabaseClock) {
     const QDateTime live = GetServerDateTime();
     EXPECT_TRUE(live.isValid());
     EXPECT_NE(live.date().year(), 2005);
+}
+
+// The workflow library's clock is the same database clock, carried as a
+// TDateTime; a swapped entry point is what the screens then call.
+TEST_P(CommonDb, WorkflowClockAndTDateTimeAndTheEntrySeam) {
+    EXPECT_EQ(DateTimeToTDateTime(QDateTime(QDate(1899, 12, 30), QTime(0, 0))), 0.0);
+    EXPECT_EQ(DateTimeToTDateTime(QDateTime(QDate(1900, 1, 1), QTime(6, 0))), 2.25);
+    EXPECT_EQ(DateTimeToTDateTime(QDateTime(QDate(1899, 12, 29), QTime(6, 0))), -1.25);
+    EXPECT_EQ(TDateTimeToDateTime(-1.25), QDateTime(QDate(1899, 12, 29), QTime(6, 0)));
+    const QDateTime at(QDate(2024, 2, 29), QTime(23, 59, 59));
+    EXPECT_EQ(TDateTimeToDateTime(DateTimeToTDateTime(at)), at);
+
+    tarvin::db::setFixedClock(u"Shdl"_s, at);
+    EXPECT_EQ(WfGetSysDate(), at);
+
+    TWorkflowEntries refusing = WorkflowEntries();
+    refusing.lcsend = [](const char*, const char*, TDateTime, const char*, int32_t) -> int32_t { return 99; };
+    const TWorkflowEntries real = SetWorkflowEntries(refusing);
+    EXPECT_EQ(WfLcSend(u"0000000001"_s, u"40102"_s, at, u"0101"_s), 99);
+    SetWorkflowEntries(real);
+    EXPECT_EQ(WfLcSend(u"0000000001"_s, u"40102"_s, at, u"0101"_s), WF_NO_CASE) << "the real engine again";
+    tarvin::db::setFixedClock(u"Shdl"_s, QDateTime());
 }
 
 // ----------------------------------------------------------------- numbers

@@ -18,6 +18,9 @@
 #include "ScreenHarness.h"
 #include "SignInDialog.h"
 #include "TestDb.h"
+#include "Unt_Zt_UserFuncs.h"
+#include <QTest>
+#include <QTreeWidget>
 
 using namespace tarvin::test;
 using namespace tarvin::host;
@@ -92,7 +95,7 @@ TEST_P(Host, OpensAlarmOptionsThroughTheLoadedModule) {
     EXPECT_EQ(module.session("Gczyxm"), QStringLiteral("张三"));
     EXPECT_EQ(module.session("Gny").size(), 6);
 
-    HostWindow w(module, d.signedIn(), "test");
+    HostWindow w(module, d.signedIn(), db, "test");
     showActive(&w);
     if (dialect() == tarvin::sql::Dialect::SQLite) screenshot(&w, "host-window");
     // Entries the module does not export yet are disabled and say why.
@@ -118,6 +121,111 @@ TEST_P(Host, OpensAlarmOptionsThroughTheLoadedModule) {
     EXPECT_EQ(fixture->scalar("select count(*) from e_bjxz where czydm = '0101'").toInt(), 6);
     EXPECT_EQ(fixture->scalar("select sfyx from e_bjxz where czydm = '0101' and bjdm = '03'").toString(),
               QStringLiteral("是"));
+}
+
+// A case started through the workflow shows in the to-do list of an
+// operator whose post grants the item it waits at, and of no one else;
+// opening it gives the screen the case, and the list follows what the
+// screen did once it closes.
+TEST_P(Host, ToDoListShowsTheCasesTheOperatorsPostsGrant) {
+    fixture->exec("insert into z_xtczy (dm, xingming, dw, bm, sfyx) values ('0103', '王五', '0101', '0101', 1)");
+    fixture->exec("insert into z_gw (dm, mc, dw, sfyx) values ('g1', '检查审批岗', '0101', 1), ('g2', '结果录入岗', '0101', 1)");
+    fixture->exec("insert into z_ywzn (dm, mc, sfyx) values ('z1', '检查审批', 1), ('z2', '结果录入', 1)");
+    fixture->exec("insert into z_gwyzn (gwdm, zndm) values ('g1', 'z1'), ('g2', 'z2')");
+    fixture->exec("insert into z_znyywx (zndm, cldm) values ('z1', '40102'), ('z2', '40104')");
+    fixture->exec("insert into z_czyygw (czydm, zdm) values ('0101', 'g1'), ('0103', 'g2')");
+    const QDateTime at(QDate(2024, 5, 6), QTime(9, 0));
+    ASSERT_EQ(WfFristYwx("0000000123", "401", "40101", "0101", "0000000042", QStringLiteral("一般"), "0101", at,
+                         QStringLiteral("陈六"), QStringLiteral("城东路6号")), 0);
+    // Another unit's case at the same item is not this operator's work.
+    ASSERT_EQ(WfFristYwx("0000000124", "401", "40101", "0102", "0000000043", QStringLiteral("一般"), "0101", at,
+                         QStringLiteral("外七"), QStringLiteral("郊区7号")), 0);
+
+    const QList<TodoCase> mine = TodoList::read(db, "0101", "0101");
+    ASSERT_EQ(mine.size(), 1);
+    EXPECT_EQ(mine[0].cdbh, "0000000123");
+    EXPECT_EQ(mine[0].ywxdm, "40102");
+    EXPECT_EQ(mine[0].ywxmc, QStringLiteral("检查工作审批"));
+    EXPECT_EQ(mine[0].hm, QStringLiteral("陈六"));
+    EXPECT_EQ(mine[0].arrived, "2024-05-06 09:00:00");
+    EXPECT_EQ(mine[0].exportName, "show_jc_jcgzsp");
+    EXPECT_TRUE(TodoList::read(db, "0103", "0101").isEmpty()) << "a post that grants another item";
+
+    ModuleLoader module;
+    ASSERT_TRUE(module.load()) << module.errorString().toStdString();
+    Operator op{"0101", QStringLiteral("张三"), "0101", QStringLiteral("用电检查班"), "0101",
+                QStringLiteral("城东供电所"), "0101"};
+    fillSession(module, op, db);
+    // The mapping lives in the database: point the approval item at a
+    // screen the module offers, so opening the case reaches a real screen.
+    const bool approvalOffered = module.hasEntry("show_jc_jcgzsp");
+    if (!approvalOffered)
+        fixture->exec("update tarvin_ywx_export set export_name = 'show_jc_bjsz' where ywxdm = '40102'");
+    HostWindow w(module, op, db, "test");
+    showActive(&w);
+    QTreeWidget* list = w.todoList()->view();
+    ASSERT_EQ(list->topLevelItemCount(), 1);
+    QTreeWidgetItem* item = list->topLevelItem(0);
+    EXPECT_EQ(item->text(0), "0000000123");
+    EXPECT_EQ(item->text(3), QStringLiteral("40102 检查工作审批"));
+    EXPECT_TRUE(item->flags() & Qt::ItemIsEnabled);
+    if (dialect() == tarvin::sql::Dialect::SQLite) screenshot(&w, "host-todo-list");
+
+    QStringList seen;
+    onNextModal([&](QWidget* screen) {
+        seen << module.session("Cdbh") << module.session("ywdm") << module.session("Ywxdm");
+        // What the approval screen does: pass the case on.
+        EXPECT_EQ(WfLcSend("0000000123", "40102", at.addSecs(3600), "0101"), 0);
+        screen->close();
+    });
+    list->setFocus();
+    list->setCurrentItem(item);
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_EQ(seen, (QStringList{"0000000123", "401", "40102"}));
+    EXPECT_EQ(list->topLevelItemCount(), 0) << "refreshed when the screen closed";
+
+    // It now waits at work-order printing, which no post grants yet.
+    EXPECT_TRUE(TodoList::read(db, "0103", "0101").isEmpty());
+    fixture->exec("insert into z_znyywx (zndm, cldm) values ('z2', '40103')");
+    EXPECT_EQ(TodoList::read(db, "0103", "0101").size(), 1);
+
+    // A menu entry opens without a document.
+    onNextModal([&](QWidget* screen) {
+        seen = {module.session("Cdbh"), module.session("Ywxdm")};
+        screen->close();
+    });
+    w.open("show_jc_bjsz");
+    EXPECT_EQ(seen, (QStringList{"", ""}));
+}
+
+// An item whose screen the module lacks is listed, disabled, and says why.
+TEST_P(Host, ToDoItemsWithoutAScreenSayWhy) {
+    fixture->exec("insert into z_gw (dm, mc, dw, sfyx) values ('g1', '计量岗', '0101', 1)");
+    fixture->exec("insert into z_ywzn (dm, mc, sfyx) values ('z1', '计量', 1)");
+    fixture->exec("insert into z_gwyzn (gwdm, zndm) values ('g1', 'z1')");
+    fixture->exec("insert into z_znyywx (zndm, cldm) values ('z1', '20101'), ('z1', '16001')");
+    fixture->exec("insert into z_czyygw (czydm, zdm) values ('0101', 'g1')");
+    const QDateTime at(QDate(2024, 5, 6), QTime(9, 0));
+    ASSERT_EQ(WfFristYwx("0000000201", "201", "20101", "0101", "0000000042", QStringLiteral("一般"), "0101", at,
+                         QStringLiteral("陈六"), QString()), 0);
+    fixture->exec("update tarvin_ywx_export set export_name = 'show_jc_nosuch' where ywxdm = '16001'");
+    ASSERT_EQ(WfFristYwx("0000000202", "160", "16001", "0101", "0000000042", QStringLiteral("一般"), "0101",
+                         at.addSecs(60), QStringLiteral("陈六"), QString()), 0);
+    ModuleLoader module;
+    ASSERT_TRUE(module.load());
+    Operator op{"0101", QStringLiteral("张三"), "0101", QString(), "0101", QString(), "0101"};
+    TodoList list(db, op.czydm, op.dw, [&](const QByteArray& n) { return module.hasEntry(n.constData()); });
+    ASSERT_EQ(list.view()->topLevelItemCount(), 2);
+    QTreeWidgetItem* refund = list.view()->topLevelItem(0);
+    QTreeWidgetItem* anomaly = list.view()->topLevelItem(1);
+    EXPECT_FALSE(refund->flags() & Qt::ItemIsEnabled);
+    EXPECT_TRUE(refund->toolTip(0).contains(QStringLiteral("其他模块"))) << refund->toolTip(0).toStdString();
+    EXPECT_FALSE(anomaly->flags() & Qt::ItemIsEnabled);
+    EXPECT_TRUE(anomaly->toolTip(0).contains("show_jc_nosuch"));
+    bool opened = false;
+    QObject::connect(&list, &TodoList::openRequested, [&] { opened = true; });
+    emit list.view()->itemActivated(refund, 0);
+    EXPECT_FALSE(opened);
 }
 
 TARVIN_INSTANTIATE_ENGINES(Host);

@@ -2,6 +2,8 @@
 // found by name, session variables filled and read through the C functions.
 #include <gtest/gtest.h>
 
+#include <QProcess>
+#include <QRegularExpression>
 #include <QString>
 #include <dlfcn.h>
 
@@ -38,10 +40,24 @@ TEST(LibraryExports, EverySessionVariableIsADataSymbolReachableByName) {
 TEST(LibraryExports, EntryFunctionsAreFoundByName) {
     Library lib;
     ASSERT_NE(lib.handle, nullptr) << dlerror();
-    for (const char* name : {"show_jc_bjsz", "tarvin_set_session", "tarvin_session"})
+    for (const char* name : {"show_jc_bjsz", "show_jc_bjtx", "tarvin_set_session", "tarvin_session"})
         EXPECT_NE(lib.sym<void*>(name), nullptr) << name;
     // Only the interface is exported: the module's classes stay inside.
     EXPECT_EQ(lib.sym<void*>("_Z22Tarvinit_Initializationv"), nullptr);
+}
+
+// The workflow functions are imports of the plug-in, bound when it loads:
+// without the workflow library the module does not load at all.
+TEST(LibraryExports, WorkflowFunctionsAreImportedFromTheWorkflowLibrary) {
+    QProcess p;
+    p.start(QStringLiteral("readelf"), {QStringLiteral("-W"), QStringLiteral("-d"), QStringLiteral("--dyn-syms"),
+                                        QStringLiteral(TARVIN_LIB_DIR "/libPrj_Tarvin.so")});
+    ASSERT_TRUE(p.waitForFinished(30000));
+    const QString out = QString::fromUtf8(p.readAllStandardOutput());
+    EXPECT_TRUE(out.contains(QStringLiteral("(NEEDED)             Shared library: [libPrj_zt_pubfun.so]")));
+    for (const char* name : {"getsysdate", "tryfristywx", "fristywx", "lcsend", "SendGzdMess"})
+        EXPECT_TRUE(out.contains(QRegularExpression(QStringLiteral("UND %1\\b").arg(QLatin1String(name)))))
+            << name << " is not an import";
 }
 
 TEST(LibraryExports, SessionIsFilledAndReadByNameInUtf8) {

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "Frm_Jc_Bjsz.h"
+#include "Frm_Jc_Bjtx.h"
 #include "MessageService.h"
 #include "Unit_zt_gobal.h"
 #include "Unt_Tarvinit.h"
@@ -50,5 +51,16 @@ void showScreen(QPointer<Screen>& global) {
 extern "C" {
 
 TARVIN_EXPORT void TARVIN_STDCALL show_jc_bjsz(std::int32_t) { showScreen(Jc_Bjsz_Frm); }
+
+// The list is bound and open before the screen shows, so it comes up with
+// the operator's open alarms.
+TARVIN_EXPORT void TARVIN_STDCALL show_jc_bjtx(std::int32_t) {
+    showScreen(Jc_Bjtx_Frm, [](TJc_Bjtx_Frm& s) {
+        s.Mqry_Bj->Close();
+        s.Mqry_Bj->ParamByName(QStringLiteral("dw")).SetAsString(Gdw);
+        s.Mqry_Bj->ParamByName(QStringLiteral("czydm")).SetAsString(Gczydm);
+        s.Mqry_Bj->Open();
+    });
+}
 
 }

@@ -1,0 +1,209 @@
+#include "Frm_Jc_Bjtx.h"
+
+#include "Unit_zt_gobal.h"
+#include "Unt_Jc_Message.h"
+#include "unit_zt_pubfun.h"
+
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QVBoxLayout>
+
+QPointer<TJc_Bjtx_Frm> Jc_Bjtx_Frm;
+
+namespace {
+
+QLineEdit* fieldEdit(QWidget* parent, const char* name, bool readOnly) {
+    auto* e = new QLineEdit(parent);
+    e->setObjectName(QLatin1String(name));
+    e->setReadOnly(readOnly);
+    return e;
+}
+
+}  // namespace
+
+const QStringList& TJc_Bjtx_Frm::ListSql() {
+    // Z_YWX stands in the join without a condition and DISTINCT takes the
+    // repetition away again; both are kept as the list always had them.
+    static const QStringList sql{
+        QStringLiteral("SELECT DISTINCT C.*,D.HM,D.YDDZ "),
+        QStringLiteral("FROM e_bjtx C,Y_KHDA D,Z_YWX E"),
+        QStringLiteral("WHERE "),
+        QStringLiteral("  C.ZT='未处理'"),
+        QStringLiteral(" AND C.HH = D.HH and c.dw=:dw"),
+        QStringLiteral(" And exists(select 1 from "),
+        QStringLiteral("    z_czyygw a1,z_gw b1,z_gwyzn c1 ,"),
+        QStringLiteral("    z_ywzn d1,z_znyywx e1"),
+        QStringLiteral("    where a1.czydm = :czydm"),
+        QStringLiteral("      and a1.zdm  = c1.gwdm   and  c1.gwdm = b1.dm  and b1.sfyx = 1"),
+        QStringLiteral("      and c1.zndm = e1.zndm   and  e1.zndm = d1.dm  and d1.sfyx = 1 "),
+        QStringLiteral("      and e1.cldm ='40099')"),
+        QStringLiteral(" AND EXISTS(SELECT 1 FROM e_bjxz"),
+        QStringLiteral("     WHERE czydm = :czydm"),
+        QStringLiteral("      AND bjdm = c.bjdm "),
+        QStringLiteral("      AND sfyx='是')"),
+        QStringLiteral("order by c.bjdm,c.txrq"),
+    };
+    return sql;
+}
+
+TJc_Bjtx_Frm::TJc_Bjtx_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
+    setObjectName(QStringLiteral("Jc_Bjtx_Frm"));
+    setWindowTitle(QStringLiteral("异常客户报警"));
+
+    Mqry_Bj = new TMidasQuery(this, QStringLiteral("Mqry_Bj"));
+    for (const QString& line : ListSql()) Mqry_Bj->SQL().Add(line);
+    Ds_Bj = new TDataSource(this, QStringLiteral("Ds_Bj"), Mqry_Bj);
+    Mq_Update = new TMidasQuery(this, QStringLiteral("Mq_Update"));
+
+    Dbg_sx = new QTableView(this);
+    Dbg_sx->setObjectName(QStringLiteral("Dbg_sx"));
+    Dbg_sx->setSelectionBehavior(QAbstractItemView::SelectRows);
+    Dbg_sx->setSelectionMode(QAbstractItemView::SingleSelection);
+    Dbg_sx->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    Dbg_sx->verticalHeader()->setDefaultSectionSize(22);
+    Dbg_sx->horizontalHeader()->setStretchLastSection(true);
+    grid_ = new TDBGridBinding(Dbg_sx, Mqry_Bj, this);
+    grid_->Model()->SetReadOnly(true);
+    grid_->Model()->SetColumns({{QStringLiteral("NY"), QStringLiteral("年月"), 60},
+                                {QStringLiteral("HH"), QStringLiteral("户号"), 90},
+                                {QStringLiteral("HM"), QStringLiteral("户名"), 120},
+                                {QStringLiteral("BJXM"), QStringLiteral("报警内容"), 330},
+                                {QStringLiteral("TXRQ"), QStringLiteral("提醒日期"), 130}});
+
+    Dbe_bsh = fieldEdit(this, "Dbe_bsh", true);
+    DBEdit1 = fieldEdit(this, "DBEdit1", true);
+    Dbe_dz = fieldEdit(this, "Dbe_dz", true);
+    Dbe_sm = fieldEdit(this, "Dbe_sm", true);
+    Dbe_clqk = fieldEdit(this, "Dbe_clqk", false);
+    fields_ = new TDBFieldBinding(Mqry_Bj, this);
+    fields_->Bind(Dbe_bsh, QStringLiteral("HH"));
+    fields_->Bind(DBEdit1, QStringLiteral("HM"));
+    fields_->Bind(Dbe_dz, QStringLiteral("YDDZ"));
+    fields_->Bind(Dbe_sm, QStringLiteral("BJXM"));
+    fields_->Bind(Dbe_clqk, QStringLiteral("CLQK"));
+
+    auto* form = new QFormLayout;
+    form->addRow(QStringLiteral("户    号："), Dbe_bsh);
+    form->addRow(QStringLiteral("户    名："), DBEdit1);
+    form->addRow(QStringLiteral("地    址："), Dbe_dz);
+    form->addRow(QStringLiteral("报    警："), Dbe_sm);
+    form->addRow(QStringLiteral("处理情况："), Dbe_clqk);
+
+    Bbtn_Over = new QPushButton(QStringLiteral("处理结束(&O)"), this);
+    Bbtn_Over->setObjectName(QStringLiteral("Bbtn_Over"));
+    Bbtn_Dy = new QPushButton(QStringLiteral("打印(&P)"), this);
+    Bbtn_Dy->setObjectName(QStringLiteral("Bbtn_Dy"));
+    Bbtn_Tc = new QPushButton(QStringLiteral("退出(&X)"), this);
+    Bbtn_Tc->setObjectName(QStringLiteral("Bbtn_Tc"));
+    SetCancelButton(Bbtn_Tc);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(Bbtn_Over);
+    buttons->addWidget(Bbtn_Dy);
+    buttons->addWidget(Bbtn_Tc);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(Dbg_sx, 1);
+    layout->addLayout(form);
+    layout->addLayout(buttons);
+    resize(780, 520);
+
+    connect(Bbtn_Over, &QPushButton::clicked, this, &TJc_Bjtx_Frm::Bbtn_OverClick);
+    connect(Bbtn_Dy, &QPushButton::clicked, this, &TJc_Bjtx_Frm::Bbtn_DyClick);
+    connect(Bbtn_Tc, &QPushButton::clicked, this, &TJc_Bjtx_Frm::Bbtn_TcClick);
+}
+
+void TJc_Bjtx_Frm::Bbtn_OverClick() {
+    if (Dbe_bsh->text().isEmpty()) {
+        ShowInfoMsg(QStringLiteral("请选择异常报警客户！"));
+        return;
+    }
+    const QString note = Dbe_clqk->text();
+    if (note.isEmpty()) {
+        ShowInfoMsg(QStringLiteral("请输入处理情况！"));
+        Dbe_clqk->setFocus();
+        return;
+    }
+    if (AskYesNo(QStringLiteral("确认该户异常已经处理结束吗？")) != mrYes) return;
+    try {
+        const QDateTime now = GetServerDateTime();
+        Mqry_Bj->Edit();
+        Mqry_Bj->FieldByName(QStringLiteral("CLR")).SetAsString(Gczyxm);
+        Mqry_Bj->FieldByName(QStringLiteral("CLRQ")).SetAsDateTime(now);
+        const QString ny = Mqry_Bj->FieldByName(QStringLiteral("NY")).AsString();
+        const QString hh = Mqry_Bj->FieldByName(QStringLiteral("HH")).AsString();
+        const QString bjdm = Mqry_Bj->FieldByName(QStringLiteral("BJDM")).AsString();
+
+        Mq_Update->Close();
+        Mq_Update->SQL().Clear();
+        Mq_Update->SQL().Add(QStringLiteral(
+            "update e_bjtx set ZT = :zt,clr = :clr, clqk = :clqk,  clrq = :clrq where ny=:ny and hh=:hh and bjdm = :bjdm"));
+        Mq_Update->ParamByName(QStringLiteral("zt")).SetAsString(QStringLiteral("已处理"));
+        Mq_Update->ParamByName(QStringLiteral("clr")).SetAsString(Gczyxm);
+        Mq_Update->ParamByName(QStringLiteral("clqk")).SetAsString(note);
+        Mq_Update->ParamByName(QStringLiteral("clrq")).SetAsDateTime(now);
+        Mq_Update->ParamByName(QStringLiteral("ny")).SetAsString(ny);
+        Mq_Update->ParamByName(QStringLiteral("hh")).SetAsString(hh);
+        Mq_Update->ParamByName(QStringLiteral("bjdm")).SetAsString(bjdm);
+        Mq_Update->ExecSQL();
+
+        // The row's local edit goes with the reopening: the list is read
+        // again and the handled alarm is no longer in it.
+        Mqry_Bj->Cancel();
+        Mqry_Bj->Close();
+        Mqry_Bj->ParamByName(QStringLiteral("czydm")).SetAsString(Gczydm);
+        Mqry_Bj->Open();
+    } catch (const std::exception&) {
+        if (Mqry_Bj->Active()) Mqry_Bj->Cancel();
+        ShowErrorMsg(QStringLiteral("保存处理情况出错"));
+    }
+}
+
+void TJc_Bjtx_Frm::Bbtn_DyClick() {
+    try {
+        FRDB_Bjtx.LoadFromDatabase(QStringLiteral("报警提醒清单"));
+        FRDB_Bjtx.Variables().Clear();
+        FRDB_Bjtx.Variables().Add(QStringLiteral("Dwdm='") + Gdw + QStringLiteral("'"));
+        FRDB_Bjtx.Variables().Add(QStringLiteral("Dwmc='") + Gdwmc + QStringLiteral("'"));
+        FRDB_Bjtx.Variables().Add(QStringLiteral("Czydm='") + Gczydm + QStringLiteral("'"));
+        FRDB_Bjtx.SetDataSet(Mqry_Bj);
+        FRDB_Bjtx.Preview(this);
+    } catch (const std::exception& e) {
+        // A missing or broken layout in z_report: say which, so the
+        // administrator knows what to restore.
+        ShowErrorMsg(QStringLiteral("打印报警提醒清单出错：%1\n请系统管理员检查报表定义（z_report）。")
+                         .arg(QString::fromUtf8(e.what())));
+    }
+}
+
+void TJc_Bjtx_Frm::Bbtn_TcClick() { close(); }
+
+bool TJc_Bjtx_Frm::FormCloseQuery() {
+    try {
+        Mq_Update->Close();
+        Mq_Update->SQL().Clear();
+        Mq_Update->SQL().Add(QStringLiteral(
+            "update e_bjtx c set  txrq = :txrq where  Txrq is null  and c.dw=:dw and exists(select 1 from   "
+            "z_czyygw a1,z_gw b1,z_gwyzn c1 ,  z_ywzn d1,z_znyywx e1   where a1.czydm = :czydm    and a1.zdm  = "
+            "c1.gwdm   and  c1.gwdm = b1.dm  and b1.sfyx = 1  and c1.zndm = e1.zndm   and  e1.zndm = d1.dm  and "
+            "d1.sfyx = 1  and e1.cldm ='40099')   AND EXISTS(SELECT 1 FROM e_bjxz  WHERE czydm = :czydm  AND bjdm "
+            "= c.bjdm AND sfyx='是') "));
+        Mq_Update->ParamByName(QStringLiteral("dw")).SetAsString(Gdw);
+        Mq_Update->ParamByName(QStringLiteral("txrq")).SetAsDateTime(GetServerDateTime());
+        Mq_Update->ParamByName(QStringLiteral("czydm")).SetAsString(Gczydm);
+        Mq_Update->ExecSQL();
+    } catch (const std::exception&) {
+        ShowErrorMsg(QStringLiteral("保存提醒日期出错"));
+    }
+    return true;
+}
+
+void TJc_Bjtx_Frm::done(int result) {
+    if (isVisible() && !FormCloseQuery()) return;
+    TZt_Template_Frm::done(result);
+}

@@ -18,6 +18,7 @@
 #include "../workflow/Prj_zt_pubfun.h"
 #include "Connection.h"
 #include "DemoGenerator.h"
+#include "Schema.h"
 #include "TestDb.h"
 
 namespace {
@@ -477,6 +478,36 @@ TEST_P(WorkflowTest, EveryWaitingItemIsWorkedByAnExportOfTheModule) {
     // An item finished by the start has somewhere to go.
     EXPECT_EQ(db().scalar(QStringLiteral("SELECT count(*) FROM z_lcjd WHERE fqwc = 1 AND (xywxdm IS NULL OR xywxdm = '')")).toInt(), 0);
     EXPECT_EQ(db().scalar(QStringLiteral("SELECT count(*) FROM z_lcjd WHERE fqwc = 1")).toInt(), 1);
+}
+
+// The catalogue script is run again on a database that has it, or most of
+// it, as on a production database: it adds only what is missing and leaves
+// what the utility changed.
+TEST_P(WorkflowTest, CatalogueScriptAddsOnlyWhatIsMissing) {
+    QFile f(QStringLiteral(":/db/common/45_workflow_catalogue.sql"));
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    const QStringList statements = tarvin::db::splitStatements(QString::fromUtf8(f.readAll()));
+    ASSERT_GT(statements.size(), 20);
+    const auto counts = [&] {
+        QStringList out;
+        for (const char* t : {"z_dlyxyw", "z_lcjd", "z_ywx", "tarvin_ywx_export"})
+            out << db().scalar(QStringLiteral("SELECT count(*) FROM %1").arg(QLatin1String(t))).toString();
+        return out;
+    };
+    const QStringList full = counts();
+    for (const QString& st : statements) db().exec(st);
+    EXPECT_EQ(counts(), full) << "a second run adds nothing";
+
+    db().exec(QStringLiteral("DELETE FROM z_lcjd WHERE ywxdm = '40103'"));
+    db().exec(QStringLiteral("DELETE FROM tarvin_ywx_export WHERE ywxdm = '40099'"));
+    db().exec(QStringLiteral("UPDATE z_lcjd SET ywxmc = '检查工作审批（本单位）' WHERE ywxdm = '40102'"));
+    for (const QString& st : statements) db().exec(st);
+    EXPECT_EQ(counts(), full);
+    EXPECT_EQ(db().scalar(QStringLiteral("SELECT xywxdm FROM z_lcjd WHERE ywxdm = '40103'")).toString(), QStringLiteral("40104"));
+    EXPECT_EQ(db().scalar(QStringLiteral("SELECT export_name FROM tarvin_ywx_export WHERE ywxdm = '40099'")).toString(),
+              QStringLiteral("show_jc_bjtx"));
+    EXPECT_EQ(db().scalar(QStringLiteral("SELECT ywxmc FROM z_lcjd WHERE ywxdm = '40102'")).toString(),
+              QStringLiteral("检查工作审批（本单位）")) << "the utility's own name is kept";
 }
 
 // ---------------------------------------------------------------------------

@@ -36,49 +36,11 @@ INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('133', '意见建议', '0003')
 INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('135', '欠费停电', '0004');
 INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('139', '信息查询', '0003');
 INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('141', '服务预约', '0003');
-INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('160', '计量异常处理', '0002');
-INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('191', '计量装置校验', '0002');
-INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('201', '退补电量电费', '0004');
-INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('400', '用电检查管理', '0002');
-INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('401', '用电检查', '0002');
 INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('402', '违约用电窃电处理', '0002');
 INSERT INTO z_dlyxyw (ywdm, ywmc, ywlbdm) VALUES ('405', '中止供电', '0002');
 
--- Workflow of the businesses this module drives: each item and the next.
-INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh, fqwc) VALUES ('40101', '检查任务下达', '401', '40102', 1, 1);
-INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('40102', '检查工作审批', '401', '40103', 2);
-INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('40103', '检查工作单打印', '401', '40104', 3);
-INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('40104', '检查结果录入', '401', NULL, 4);
-INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('16001', '计量异常记录', '160', '16002', 1);
-INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('16002', '计量装置装拆', '160', '16003', 2);
-INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('16003', '异常处理通知', '160', NULL, 3);
-INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('20101', '退补电量电费申请', '201', '20102', 1);
-INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('20102', '退补电量电费审批', '201', '20103', 2);
-INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('20103', '退补电费发行', '201', NULL, 3);
-INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('19101', '验表申请', '191', '19102', 1);
-INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('19102', '现场核查', '191', '19103', 2);
-INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('19103', '计量装置校验', '191', '19104', 3);
-INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh) VALUES ('19104', '校验结果通知', '191', NULL, 4);
-
--- Every grantable code: the workflow items, and the handling code of the
--- suspicious-customer alarms.
-INSERT INTO z_ywx (ywxdm, ywxmc, ywdm) SELECT ywxdm, ywxmc, ywdm FROM z_lcjd;
-INSERT INTO z_ywx (ywxdm, ywxmc, ywdm) VALUES ('40099', '异常客户报警处理', '400');
-
--- The screen that works each code, by the module export the host calls.
--- 40101 is finished by the dispatch itself (fqwc), so no case waits there;
--- the refund items and the verification application and bench test are
--- worked by other modules.
-INSERT INTO tarvin_ywx_export (ywxdm, export_name) VALUES ('40101', 'show_jc_jhbp');
-INSERT INTO tarvin_ywx_export (ywxdm, export_name) VALUES ('40102', 'show_jc_jcgzsp');
-INSERT INTO tarvin_ywx_export (ywxdm, export_name) VALUES ('40103', 'show_jc_jcgzd');
-INSERT INTO tarvin_ywx_export (ywxdm, export_name) VALUES ('40104', 'show_jc_jcgzjgjl');
-INSERT INTO tarvin_ywx_export (ywxdm, export_name) VALUES ('16001', 'show_jc_jlyccl');
-INSERT INTO tarvin_ywx_export (ywxdm, export_name) VALUES ('16002', 'show_jc_jlyccl');
-INSERT INTO tarvin_ywx_export (ywxdm, export_name) VALUES ('16003', 'show_jc_tbcltz');
-INSERT INTO tarvin_ywx_export (ywxdm, export_name) VALUES ('19102', 'show_jc_jlyccl');
-INSERT INTO tarvin_ywx_export (ywxdm, export_name) VALUES ('19104', 'show_jc_tbcltz');
-INSERT INTO tarvin_ywx_export (ywxdm, export_name) VALUES ('40099', 'show_jc_bjtx');
+-- The businesses this module drives, their workflow and the screens that
+-- work its items: 45_workflow_catalogue.sql.
 
 -- Meter categories and transformer categories: the module's logic keys on
 -- these names and codes (register kinds by meter category, ratio lists by

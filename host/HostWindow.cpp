@@ -1,5 +1,7 @@
 #include "HostWindow.h"
 
+#include "AlarmScanDialog.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QHostInfo>
@@ -96,6 +98,23 @@ HostWindow::HostWindow(ModuleLoader& module, const Operator& op, const QSqlDatab
         }
     }
     connect(list_, &QListWidget::itemActivated, this, &HostWindow::openItem);
+
+    // The alarm scan, for an operator whose post grants it.
+    QMenu*& alarmMenu = menus[QStringLiteral("报警通知")];
+    if (!alarmMenu) alarmMenu = menuBar()->addMenu(QStringLiteral("报警通知"));
+    alarmMenu->addSeparator();
+    QAction* scan = alarmMenu->addAction(QStringLiteral("报警扫描…"));
+    scan->setObjectName(QStringLiteral("act_AlarmScan"));
+    if (operatorHoldsGrant(db, op.czydm, kAlarmScanGrant)) {
+        connect(scan, &QAction::triggered, this, [this, db, op] {
+            AlarmScanDialog d(db, op, module_.session(QStringLiteral("Gny")), this);
+            d.exec();
+        });
+    } else {
+        scan->setEnabled(false);
+        scan->setToolTip(QStringLiteral("报警扫描需要岗位授予“异常客户报警扫描”（%1），请联系系统管理员").arg(kAlarmScanGrant));
+        alarmMenu->setToolTipsVisible(true);
+    }
 
     todo_ = new TodoList(db, op.czydm, op.dw,
                          [this](const QByteArray& name) { return module_.hasEntry(name.constData()); }, this);

@@ -14,16 +14,17 @@ namespace {
 
 // The grant is the same chain of posts and functions the workflow uses to
 // route work-order messages: post and function in force, the function
-// naming the item.
-const char* const kTodoSql =
-    "SELECT a.cdbh, a.ywdm, a.dqywx, a.dqywxmc, a.khbh, a.hm, a.jssj, e.export_name"
-    " FROM z_dqgw a LEFT JOIN tarvin_ywx_export e ON e.ywxdm = a.dqywx"
-    " WHERE a.glbm = ?"
-    "   AND EXISTS (SELECT 1 FROM z_czyygw a1, z_gw b1, z_gwyzn c1, z_ywzn d1, z_znyywx e1"
-    "                WHERE a1.czydm = ? AND a1.zdm = c1.gwdm AND c1.gwdm = b1.dm AND b1.sfyx = 1"
-    "                  AND c1.zndm = e1.zndm AND e1.zndm = d1.dm AND d1.sfyx = 1"
-    "                  AND e1.cldm = a.dqywx)"
-    " ORDER BY a.jssj, a.cdbh";
+// naming the code. %1 is the code's expression.
+const char* const kGrantSql =
+    "EXISTS (SELECT 1 FROM z_czyygw a1, z_gw b1, z_gwyzn c1, z_ywzn d1, z_znyywx e1"
+    " WHERE a1.czydm = ? AND a1.zdm = c1.gwdm AND c1.gwdm = b1.dm AND b1.sfyx = 1"
+    " AND c1.zndm = e1.zndm AND e1.zndm = d1.dm AND d1.sfyx = 1 AND e1.cldm = %1)";
+
+const QString kTodoSql =
+    QStringLiteral("SELECT a.cdbh, a.ywdm, a.dqywx, a.dqywxmc, a.khbh, a.hm, a.jssj, e.export_name"
+                   " FROM z_dqgw a LEFT JOIN tarvin_ywx_export e ON e.ywxdm = a.dqywx"
+                   " WHERE a.glbm = ? AND ") +
+    QString::fromLatin1(kGrantSql).arg(QStringLiteral("a.dqywx")) + QStringLiteral(" ORDER BY a.jssj, a.cdbh");
 
 QString timeText(const QVariant& v) {
     if (v.isNull()) return QString();
@@ -33,10 +34,19 @@ QString timeText(const QVariant& v) {
 
 }  // namespace
 
+bool operatorHoldsGrant(const QSqlDatabase& db, const QString& czydm, const QString& code) {
+    QSqlQuery q(db);
+    if (!q.prepare(QStringLiteral("SELECT 1 FROM dual WHERE ") + QString::fromLatin1(kGrantSql).arg(QStringLiteral("?"))))
+        return false;
+    q.addBindValue(czydm);
+    q.addBindValue(code);
+    return q.exec() && q.next();
+}
+
 QList<TodoCase> TodoList::read(const QSqlDatabase& db, const QString& czydm, const QString& dw) {
     QSqlQuery q(db);
     q.setForwardOnly(true);
-    if (!q.prepare(QString::fromLatin1(kTodoSql))) throw std::runtime_error(q.lastError().text().toStdString());
+    if (!q.prepare(kTodoSql)) throw std::runtime_error(q.lastError().text().toStdString());
     q.addBindValue(dw);
     q.addBindValue(czydm);
     if (!q.exec()) throw std::runtime_error(q.lastError().text().toStdString());

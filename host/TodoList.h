@@ -14,6 +14,10 @@ class QTreeWidgetItem;
 
 namespace tarvin::host {
 
+// Whether one of the operator's posts in force carries a function in force
+// that grants the code (a workflow item, or a right such as the alarm scan).
+bool operatorHoldsGrant(const QSqlDatabase& db, const QString& czydm, const QString& code);
+
 struct TodoCase {
     QString cdbh, ywdm, ywxdm, ywxmc, khbh, hm, arrived, exportName;
 };

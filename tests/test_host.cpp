@@ -19,7 +19,9 @@
 #include "SignInDialog.h"
 #include "TestDb.h"
 #include "Unt_Zt_UserFuncs.h"
+#include <QPlainTextEdit>
 #include <QTest>
+#include "AlarmScanDialog.h"
 #include <QTreeWidget>
 
 using namespace tarvin::test;
@@ -226,6 +228,54 @@ TEST_P(Host, ToDoItemsWithoutAScreenSayWhy) {
     QObject::connect(&list, &TodoList::openRequested, [&] { opened = true; });
     emit list.view()->itemActivated(refund, 0);
     EXPECT_FALSE(opened);
+}
+
+// The alarm scan is offered only to an operator whose post grants it, and
+// runs the six kinds for the month and unit chosen.
+TEST_P(Host, AlarmScanFromTheMenuForAnAdministrator) {
+    fixture->exec("insert into z_xtczy (dm, xingming, dw, bm, sfyx) values ('0103', '王五', '0101', '0101', 1)");
+    fixture->exec("insert into z_gw (dm, mc, dw, sfyx) values ('g5', '营销管理员', '0101', 1)");
+    fixture->exec("insert into z_ywzn (dm, mc, sfyx) values ('z5', '报警扫描', 1)");
+    fixture->exec("insert into z_gwyzn (gwdm, zndm) values ('g5', 'z5')");
+    fixture->exec("insert into z_znyywx (zndm, cldm) values ('z5', '40098')");
+    fixture->exec("insert into z_czyygw (czydm, zdm) values ('0101', 'g5')");
+    fixture->exec("insert into y_khda (hh, hm, dw, xhbz) values ('0000000001', '甲', '0101', '否')");
+    ModuleLoader module;
+    ASSERT_TRUE(module.load());
+    Operator admin{"0101", QStringLiteral("张三"), "0101", QString(), "0101", QStringLiteral("城东供电所"), "0101"};
+    Operator clerk{"0103", QStringLiteral("王五"), "0101", QString(), "0101", QStringLiteral("城东供电所"), "0101"};
+    {
+        HostWindow w(module, clerk, db, "test");
+        auto* scan = w.findChild<QAction*>("act_AlarmScan");
+        ASSERT_NE(scan, nullptr);
+        EXPECT_FALSE(scan->isEnabled());
+        EXPECT_TRUE(scan->toolTip().contains("40098"));
+    }
+    fillSession(module, admin, db);
+    HostWindow w(module, admin, db, "test");
+    showActive(&w);
+    auto* scan = w.findChild<QAction*>("act_AlarmScan");
+    ASSERT_TRUE(scan->isEnabled());
+    QString report, refusal;
+    onNextModal([&](QWidget* dlg) {
+        auto* d = qobject_cast<AlarmScanDialog*>(dlg);
+        ASSERT_NE(d, nullptr);
+        EXPECT_EQ(d->Edt_Ny->text(), module.session("Gny")) << "the database's month to start with";
+        d->Edt_Ny->setText("202413");
+        onNextModal([&](QWidget* box) {
+            refusal = box->findChild<QLabel*>("qt_msgbox_label")->text();
+            box->close();
+        });
+        EXPECT_FALSE(d->Scan());
+        d->Edt_Ny->setText("202403");
+        EXPECT_TRUE(d->Scan());
+        report = d->Mem_Jg->toPlainText();
+        click(d, "Bbtn_Tc");
+    });
+    scan->trigger();
+    EXPECT_TRUE(refusal.contains("YYYYMM")) << refusal.toStdString();
+    EXPECT_EQ(report.count(QStringLiteral("新增")), 7) << report.toStdString();
+    EXPECT_TRUE(report.contains(QStringLiteral("01 变压器停用客户，私自启封用电：新增 0 条")));
 }
 
 TARVIN_INSTANTIATE_ENGINES(Host);

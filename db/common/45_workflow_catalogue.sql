@@ -59,13 +59,16 @@ INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh, fqwc) SELECT '19103', '计�
 INSERT INTO z_lcjd (ywxdm, ywxmc, ywdm, xywxdm, xh, fqwc) SELECT '19104', '校验结果通知', '191', NULL, 4, 0 FROM dual
  WHERE NOT EXISTS (SELECT 1 FROM z_lcjd WHERE ywxdm = '19104');
 
--- Every grantable code: the workflow items, and the handling code of the
--- suspicious-customer alarms.
+-- Every grantable code: the workflow items, the handling code of the
+-- suspicious-customer alarms, and the right to run the alarm scan (an
+-- administrator's, offered in the host's menu).
 INSERT INTO z_ywx (ywxdm, ywxmc, ywdm) SELECT l.ywxdm, l.ywxmc, l.ywdm FROM z_lcjd l
  WHERE l.ywdm IN ('160', '191', '201', '401')
    AND NOT EXISTS (SELECT 1 FROM z_ywx y WHERE y.ywxdm = l.ywxdm);
 INSERT INTO z_ywx (ywxdm, ywxmc, ywdm) SELECT '40099', '异常客户报警处理', '400' FROM dual
  WHERE NOT EXISTS (SELECT 1 FROM z_ywx WHERE ywxdm = '40099');
+INSERT INTO z_ywx (ywxdm, ywxmc, ywdm) SELECT '40098', '异常客户报警扫描', '400' FROM dual
+ WHERE NOT EXISTS (SELECT 1 FROM z_ywx WHERE ywxdm = '40098');
 
 -- The screen that works each code, by the module export the host calls.
 -- 40101 is finished by the dispatch itself, so no case waits there; the

@@ -529,11 +529,11 @@ void Generator::writeOrganisation(Unit& u) {
         bool (*grants)(const Item&);
     };
     static const Post posts[] = {
-        {"01", "用电检查班长", [](const Item& i) { return i.ywdm == "401" || i.ywdm == "400"; }},
-        {"02", "用电检查员", [](const Item& i) { return (i.ywdm == "401" && i.ywxdm != "40102") || i.ywdm == "400" || i.ywxdm == "16001"; }},
+        {"01", "用电检查班长", [](const Item& i) { return i.ywdm == "401" || i.ywxdm == "40099"; }},
+        {"02", "用电检查员", [](const Item& i) { return (i.ywdm == "401" && i.ywxdm != "40102") || i.ywxdm == "40099" || i.ywxdm == "16001"; }},
         {"03", "计量专责", [](const Item& i) { return i.ywdm == "160" || i.ywdm == "191"; }},
         {"04", "电费核算员", [](const Item& i) { return i.ywdm == "201"; }},
-        {"05", "营销管理员", [](const Item&) { return true; }},
+        {"05", "营销管理员", [](const Item&) { return true; }},  // the alarm scan (40098) too
     };
     for (const Post& p : posts) {
         const string gw = u.dm + p.suffix;

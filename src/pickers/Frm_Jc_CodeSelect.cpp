@@ -1,0 +1,204 @@
+#include "Frm_Jc_CodeSelect.h"
+
+#include "DBControls.h"
+#include "DataModules.h"
+#include "DataSetModel.h"
+#include "Unt_Jc_Message.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QVBoxLayout>
+
+QPointer<TJc_CodeSelect_Frm> Jc_CodeSelect_Frm;
+
+namespace {
+
+constexpr int kFirstColumnWidth = 80;
+constexpr int kColumnWidth = 210;
+
+TMidasQuery* selectQuery() { return Jc_Main_Dm->Ds_Select->DataSet(); }
+
+QPushButton* button(QWidget* parent, const char* name, const QString& caption) {
+    auto* b = new QPushButton(caption, parent);
+    b->setObjectName(QLatin1String(name));
+    return b;
+}
+
+}  // namespace
+
+TJc_CodeSelect_Frm::TJc_CodeSelect_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
+    setObjectName(QStringLiteral("Jc_CodeSelect_Frm"));
+    // Keys typed into the search edit are the picker's own: no Enter-as-Tab
+    // and no help keys.
+    SetKeyPreview(false);
+
+    Label1 = new QLabel(QStringLiteral("查询条件"), this);
+    Label1->setObjectName(QStringLiteral("Label1"));
+    Cob_Field = new TKeyComboBox(this);
+    Cob_Field->setObjectName(QStringLiteral("Cob_Field"));
+    Cob_Field->setMinimumWidth(110);
+    Edt_Value = new QLineEdit(this);
+    Edt_Value->setObjectName(QStringLiteral("Edt_Value"));
+    Edt_Value->installEventFilter(this);
+    btn_Query = button(this, "btn_Query", QStringLiteral("查询(&F)"));
+
+    Dbg_List = new QTableView(this);
+    Dbg_List->setObjectName(QStringLiteral("Dbg_List"));
+    Dbg_List->setSelectionBehavior(QAbstractItemView::SelectRows);
+    Dbg_List->setSelectionMode(QAbstractItemView::SingleSelection);
+    Dbg_List->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    Dbg_List->horizontalHeader()->setHighlightSections(false);
+    Dbg_List->verticalHeader()->setDefaultSectionSize(20);
+    Dbg_List->verticalHeader()->setFixedWidth(12);
+    grid_ = new TDBGridBinding(Dbg_List, selectQuery(), this);
+    grid_->Model()->SetReadOnly(true);
+    // The stored columns; BuildColumns always replaces them.
+    grid_->Model()->SetColumns({{QStringLiteral("BYQBH"), QStringLiteral("台区编号"), kFirstColumnWidth},
+                                {QStringLiteral("BYQMC"), QStringLiteral("台区名称"), kColumnWidth}});
+    // The highlighted row is the current one, also after a search moved it.
+    connect(Dbg_List->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& current) {
+                if (current.isValid())
+                    Dbg_List->selectionModel()->select(
+                        current, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+            });
+
+    Bbtn_Qr = button(this, "Bbtn_Qr", QStringLiteral("确认(&O)"));
+    Bbtn_Qr->setDefault(true);
+    Bbtn_Quit = button(this, "Bbtn_Quit", QStringLiteral("取消(&Q)"));
+    SetCancelButton(Bbtn_Quit);
+
+    auto* search = new QHBoxLayout;
+    search->addWidget(Label1);
+    search->addWidget(Cob_Field);
+    search->addWidget(Edt_Value, 1);
+    search->addWidget(btn_Query);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(Bbtn_Qr);
+    buttons->addWidget(Bbtn_Quit);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(10, 10, 10, 10);
+    layout->addLayout(search);
+    layout->addWidget(Dbg_List, 1);
+    layout->addLayout(buttons);
+    resize(420, 440);
+
+    connect(btn_Query, &QPushButton::clicked, this, &TJc_CodeSelect_Frm::btn_QueryClick);
+    connect(Bbtn_Qr, &QPushButton::clicked, this, &TJc_CodeSelect_Frm::Bbtn_QrClick);
+    connect(Dbg_List, &QTableView::doubleClicked, this, &TJc_CodeSelect_Frm::Bbtn_QrClick);
+    connect(Bbtn_Quit, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+QString TJc_CodeSelect_Frm::FieldListFault() const {
+    const qsizetype bar = FieldList.lastIndexOf(QLatin1Char('|'));
+    return bar < 0 ? QString() : FieldList.mid(bar + 1);
+}
+
+bool TJc_CodeSelect_Frm::refuseFieldList() {
+    const QString fault = FieldListFault();
+    if (fault.isEmpty()) return false;
+    // The list as the caller wrote it would never finish building: say
+    // which entry is unterminated rather than hang the screen.
+    refused_ = true;
+    ShowErrorMsg(QStringLiteral("字段列表的最后一项“%1”缺少结尾的“|”，无法打开选择窗口。").arg(fault));
+    return true;
+}
+
+int TJc_CodeSelect_Frm::exec() {
+    if (refuseFieldList()) {
+        setResult(Rejected);
+        return Rejected;
+    }
+    return TZt_Template_Frm::exec();
+}
+
+void TJc_CodeSelect_Frm::setVisible(bool visible) {
+    if (visible && !isVisible() && refuseFieldList()) {
+        setResult(Rejected);
+        return;
+    }
+    TZt_Template_Frm::setVisible(visible);
+}
+
+void TJc_CodeSelect_Frm::FormShow() {
+    TZt_Template_Frm::FormShow();
+    setWindowTitle(FormTitle);
+    try {
+        TMidasQuery* q = selectQuery();
+        q->SQL().SetText(SelectSql);
+        q->Close();
+        q->Open();
+    } catch (const std::exception& e) {
+        ShowErrorMsg(QString::fromUtf8(e.what()));
+    }
+    BuildColumns();
+    Cob_Field->setCurrentIndex(DefaultField);
+    Edt_Value->setFocus();
+}
+
+void TJc_CodeSelect_Frm::BuildColumns() {
+    QList<TColumn> columns;
+    Cob_Field->ClearItems();
+    if (FieldListFault().isEmpty() && FieldList.contains(QLatin1Char('|'))) {
+        // Well formed: every entry, the last included, ends with "|".
+        QString rest = FieldList;
+        while (!rest.isEmpty()) {
+            const qsizetype bar = rest.indexOf(QLatin1Char('|'));
+            if (bar < 0) break;
+            const QString entry = rest.left(bar);
+            const qsizetype colon = entry.indexOf(QLatin1Char(':'));
+            const QString field = colon < 0 ? QString() : entry.left(colon);
+            const QString title = entry.mid(colon + 1);
+            columns << TColumn{field, title, columns.isEmpty() ? kFirstColumnWidth : kColumnWidth};
+            rest.remove(0, bar + 1);
+        }
+    }
+    grid_->Model()->SetColumns(columns);
+    for (const TColumn& c : columns) Cob_Field->AddItem(c.FieldName, c.Title);
+}
+
+void TJc_CodeSelect_Frm::btn_QueryClick() {
+    if (Edt_Value->text().trimmed().isEmpty()) return;
+    TMidasQuery* q = selectQuery();
+    const QString field = Cob_Field->GetKeyValue();
+    if (field.isEmpty() || !q->Active()) return;
+    try {
+        // Case-sensitive, from the start of the value, leading blanks kept.
+        q->Locate(field, Edt_Value->text(), loPartialKey);
+    } catch (const std::exception& e) {
+        ShowErrorMsg(QString::fromUtf8(e.what()));
+    }
+}
+
+void TJc_CodeSelect_Frm::Bbtn_QrClick() {
+    TMidasQuery* q = selectQuery();
+    if (!q->Active() || q->Eof()) return;
+    try {
+        ResultCode = q->Fields(0).AsString();
+        ResultName = q->Fields(1).AsString();
+        q->Close();
+    } catch (const std::exception& e) {
+        ShowErrorMsg(QString::fromUtf8(e.what()));
+        return;
+    }
+    accept();
+}
+
+bool TJc_CodeSelect_Frm::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == Edt_Value && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        // Enter searches; it must not go on to press the default button.
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            btn_QueryClick();
+            return true;
+        }
+    }
+    return TZt_Template_Frm::eventFilter(watched, event);
+}

@@ -18,12 +18,6 @@ struct WaitCursor {
     ~WaitCursor() { QApplication::restoreOverrideCursor(); }
 };
 
-QCheckBox* box(QWidget* parent, const char* name, const QString& caption) {
-    auto* b = new QCheckBox(caption, parent);
-    b->setObjectName(QLatin1String(name));
-    return b;
-}
-
 }  // namespace
 
 TJc_Bjsz_Frm::TJc_Bjsz_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
@@ -32,21 +26,19 @@ TJc_Bjsz_Frm::TJc_Bjsz_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
 
     auto* group = new QGroupBox(this);
     group->setObjectName(QStringLiteral("Gb_Bjxx"));
-    ckb_01 = box(group, "ckb_01", QStringLiteral("变压器停用客户，私自启封用电"));
-    ckb_02 = box(group, "ckb_02", QStringLiteral("专变客户，变压器无停用记录，抄见电量为零"));
-    ckb_03 = box(group, "ckb_03", QStringLiteral("力率考核客户，无功电量为零"));
-    ckb_04 = box(group, "ckb_04", QStringLiteral("专变客户，本月电量波动超过60％"));
-    ckb_05 = box(group, "ckb_05", QStringLiteral("专变客户，负载率超过100％"));
-    ckb_06 = box(group, "ckb_06", QStringLiteral("临时用电，到期提前提醒"));
+    ckb_01 = NewControl<QCheckBox>(group, "ckb_01", QStringLiteral("变压器停用客户，私自启封用电"));
+    ckb_02 = NewControl<QCheckBox>(group, "ckb_02", QStringLiteral("专变客户，变压器无停用记录，抄见电量为零"));
+    ckb_03 = NewControl<QCheckBox>(group, "ckb_03", QStringLiteral("力率考核客户，无功电量为零"));
+    ckb_04 = NewControl<QCheckBox>(group, "ckb_04", QStringLiteral("专变客户，本月电量波动超过60％"));
+    ckb_05 = NewControl<QCheckBox>(group, "ckb_05", QStringLiteral("专变客户，负载率超过100％"));
+    ckb_06 = NewControl<QCheckBox>(group, "ckb_06", QStringLiteral("临时用电，到期提前提醒"));
     auto* inner = new QVBoxLayout(group);
     inner->setSpacing(10);
     for (QCheckBox* b : AlarmBoxes()) inner->addWidget(b);
 
-    ckb_qb = box(this, "ckb_qb", QStringLiteral("全选"));
-    Bbtn_Qr = new QPushButton(QStringLiteral("确认(&O)"), this);
-    Bbtn_Qr->setObjectName(QStringLiteral("Bbtn_Qr"));
-    Bbtn_Tc1 = new QPushButton(QStringLiteral("退出(&X)"), this);
-    Bbtn_Tc1->setObjectName(QStringLiteral("Bbtn_Tc1"));
+    ckb_qb = NewControl<QCheckBox>(this, "ckb_qb", QStringLiteral("全选"));
+    Bbtn_Qr = NewControl<QPushButton>(this, "Bbtn_Qr", QStringLiteral("确认(&O)"));
+    Bbtn_Tc1 = NewControl<QPushButton>(this, "Bbtn_Tc1", QStringLiteral("退出(&X)"));
 
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(ckb_qb);

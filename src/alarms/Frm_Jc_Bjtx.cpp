@@ -15,17 +15,6 @@
 
 QPointer<TJc_Bjtx_Frm> Jc_Bjtx_Frm;
 
-namespace {
-
-QLineEdit* fieldEdit(QWidget* parent, const char* name, bool readOnly) {
-    auto* e = new QLineEdit(parent);
-    e->setObjectName(QLatin1String(name));
-    e->setReadOnly(readOnly);
-    return e;
-}
-
-}  // namespace
-
 const QStringList& TJc_Bjtx_Frm::ListSql() {
     // Z_YWX stands in the join without a condition and DISTINCT takes the
     // repetition away again; both are kept as the list always had them.
@@ -60,8 +49,7 @@ TJc_Bjtx_Frm::TJc_Bjtx_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     Ds_Bj = new TDataSource(this, QStringLiteral("Ds_Bj"), Mqry_Bj);
     Mq_Update = new TMidasQuery(this, QStringLiteral("Mq_Update"));
 
-    Dbg_sx = new QTableView(this);
-    Dbg_sx->setObjectName(QStringLiteral("Dbg_sx"));
+    Dbg_sx = NewControl<QTableView>(this, "Dbg_sx");
     Dbg_sx->setSelectionBehavior(QAbstractItemView::SelectRows);
     Dbg_sx->setSelectionMode(QAbstractItemView::SingleSelection);
     Dbg_sx->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -75,11 +63,12 @@ TJc_Bjtx_Frm::TJc_Bjtx_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
                                 {QStringLiteral("BJXM"), QStringLiteral("报警内容"), 330},
                                 {QStringLiteral("TXRQ"), QStringLiteral("提醒日期"), 130}});
 
-    Dbe_bsh = fieldEdit(this, "Dbe_bsh", true);
-    DBEdit1 = fieldEdit(this, "DBEdit1", true);
-    Dbe_dz = fieldEdit(this, "Dbe_dz", true);
-    Dbe_sm = fieldEdit(this, "Dbe_sm", true);
-    Dbe_clqk = fieldEdit(this, "Dbe_clqk", false);
+    Dbe_bsh = NewControl<QLineEdit>(this, "Dbe_bsh");
+    DBEdit1 = NewControl<QLineEdit>(this, "DBEdit1");
+    Dbe_dz = NewControl<QLineEdit>(this, "Dbe_dz");
+    Dbe_sm = NewControl<QLineEdit>(this, "Dbe_sm");
+    Dbe_clqk = NewControl<QLineEdit>(this, "Dbe_clqk");
+    for (QLineEdit* e : {Dbe_bsh, DBEdit1, Dbe_dz, Dbe_sm}) e->setReadOnly(true);
     fields_ = new TDBFieldBinding(Mqry_Bj, this);
     fields_->Bind(Dbe_bsh, QStringLiteral("HH"));
     fields_->Bind(DBEdit1, QStringLiteral("HM"));
@@ -94,12 +83,9 @@ TJc_Bjtx_Frm::TJc_Bjtx_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     form->addRow(QStringLiteral("报    警："), Dbe_sm);
     form->addRow(QStringLiteral("处理情况："), Dbe_clqk);
 
-    Bbtn_Over = new QPushButton(QStringLiteral("处理结束(&O)"), this);
-    Bbtn_Over->setObjectName(QStringLiteral("Bbtn_Over"));
-    Bbtn_Dy = new QPushButton(QStringLiteral("打印(&P)"), this);
-    Bbtn_Dy->setObjectName(QStringLiteral("Bbtn_Dy"));
-    Bbtn_Tc = new QPushButton(QStringLiteral("退出(&X)"), this);
-    Bbtn_Tc->setObjectName(QStringLiteral("Bbtn_Tc"));
+    Bbtn_Over = NewControl<QPushButton>(this, "Bbtn_Over", QStringLiteral("处理结束(&O)"));
+    Bbtn_Dy = NewControl<QPushButton>(this, "Bbtn_Dy", QStringLiteral("打印(&P)"));
+    Bbtn_Tc = NewControl<QPushButton>(this, "Bbtn_Tc", QStringLiteral("退出(&X)"));
     SetCancelButton(Bbtn_Tc);
 
     auto* buttons = new QHBoxLayout;

@@ -38,16 +38,20 @@ QAbstractItemView* gridOf(QWidget* w) {
 
 }  // namespace
 
-TZt_Template_Frm::TZt_Template_Frm(QWidget* parent) : QDialog(parent) {
-    setObjectName(QStringLiteral("Zt_Template_Frm"));
-    setWindowTitle(QStringLiteral("应用界面模板"));
+void TZt_Template_Frm::ApplyScreenLook(QDialog* dialog) {
     // System menu only: no minimise or maximise box.
-    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+    dialog->setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     QFont face(QStringLiteral("宋体"));
     face.setPixelSize(12);
     face.setStyleHint(QFont::SansSerif);
-    setFont(face);
+    dialog->setFont(face);
+}
+
+TZt_Template_Frm::TZt_Template_Frm(QWidget* parent) : QDialog(parent) {
+    setObjectName(QStringLiteral("Zt_Template_Frm"));
+    setWindowTitle(QStringLiteral("应用界面模板"));
+    ApplyScreenLook(this);
     resize(536, 348);
     qApp->installEventFilter(this);
 }

@@ -4,14 +4,28 @@
 #pragma once
 
 #include <QDialog>
+#include <utility>
 
 class QAbstractButton;
+
+// A control made on `parent` under its component name, the name that help,
+// tests and the screen-name key know it by.
+template <class T, class... Args>
+T* NewControl(QWidget* parent, const char* name, Args&&... args) {
+    auto* control = new T(std::forward<Args>(args)..., parent);
+    control->setObjectName(QLatin1String(name));
+    return control;
+}
 
 class TZt_Template_Frm : public QDialog {
     Q_OBJECT
 public:
     explicit TZt_Template_Frm(QWidget* parent = nullptr);
     ~TZt_Template_Frm() override;
+
+    // The screens' stored look: a dialogue with the system menu only, in the
+    // screens' face. Plain dialogues that skip the key handling take it too.
+    static void ApplyScreenLook(QDialog* dialog);
 
     // The screen in front: the modal screen, else the active window.
     static QWidget* ActiveScreen();

@@ -24,12 +24,6 @@ constexpr int kColumnWidth = 210;
 
 TMidasQuery* selectQuery() { return Jc_Main_Dm->Ds_Select->DataSet(); }
 
-QPushButton* button(QWidget* parent, const char* name, const QString& caption) {
-    auto* b = new QPushButton(caption, parent);
-    b->setObjectName(QLatin1String(name));
-    return b;
-}
-
 }  // namespace
 
 TJc_CodeSelect_Frm::TJc_CodeSelect_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
@@ -46,7 +40,7 @@ TJc_CodeSelect_Frm::TJc_CodeSelect_Frm(QWidget* parent) : TZt_Template_Frm(paren
     Edt_Value = new QLineEdit(this);
     Edt_Value->setObjectName(QStringLiteral("Edt_Value"));
     Edt_Value->installEventFilter(this);
-    btn_Query = button(this, "btn_Query", QStringLiteral("查询(&F)"));
+    btn_Query = NewControl<QPushButton>(this, "btn_Query", QStringLiteral("查询(&F)"));
 
     Dbg_List = new QTableView(this);
     Dbg_List->setObjectName(QStringLiteral("Dbg_List"));
@@ -69,9 +63,9 @@ TJc_CodeSelect_Frm::TJc_CodeSelect_Frm(QWidget* parent) : TZt_Template_Frm(paren
                         current, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
             });
 
-    Bbtn_Qr = button(this, "Bbtn_Qr", QStringLiteral("确认(&O)"));
+    Bbtn_Qr = NewControl<QPushButton>(this, "Bbtn_Qr", QStringLiteral("确认(&O)"));
     Bbtn_Qr->setDefault(true);
-    Bbtn_Quit = button(this, "Bbtn_Quit", QStringLiteral("取消(&Q)"));
+    Bbtn_Quit = NewControl<QPushButton>(this, "Bbtn_Quit", QStringLiteral("取消(&Q)"));
     SetCancelButton(Bbtn_Quit);
 
     auto* search = new QHBoxLayout;

@@ -27,12 +27,6 @@ QList<TColumn> gridColumns(const QString& nameField) {
             {QStringLiteral("JCZJB"), QStringLiteral("检查证级别"), 80}};
 }
 
-QPushButton* button(QWidget* parent, const char* name, const QString& caption) {
-    auto* b = new QPushButton(caption, parent);
-    b->setObjectName(QLatin1String(name));
-    return b;
-}
-
 }  // namespace
 
 TJc_Jcryxs_Frm::TJc_Jcryxs_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
@@ -61,8 +55,8 @@ TJc_Jcryxs_Frm::TJc_Jcryxs_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     grid_->Model()->SetReadOnly(true);
     grid_->Model()->SetColumns(gridColumns(QStringLiteral("XM")));
 
-    Bbtn_Qr = button(this, "Bbtn_Qr", QStringLiteral("确认(&O)"));
-    Bbtn_Quit = button(this, "Bbtn_Quit", QStringLiteral("退出(&X)"));
+    Bbtn_Qr = NewControl<QPushButton>(this, "Bbtn_Qr", QStringLiteral("确认(&O)"));
+    Bbtn_Quit = NewControl<QPushButton>(this, "Bbtn_Quit", QStringLiteral("退出(&X)"));
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();

@@ -1,6 +1,7 @@
 #include "Frm_Jc_SelectXl.h"
 
 #include "DataModules.h"
+#include "Frm_Zt_Template.h"
 #include "Unit_zt_gobal.h"
 #include "Unt_Jc_Message.h"
 
@@ -28,12 +29,6 @@ QLineEdit* shownEdit(QWidget* parent, const char* name) {
     return e;
 }
 
-QPushButton* button(QWidget* parent, const char* name, const QString& caption) {
-    auto* b = new QPushButton(caption, parent);
-    b->setObjectName(QLatin1String(name));
-    return b;
-}
-
 // A node for the current row of the query: the line's name, its number cut
 // to what the node holds.
 QTreeWidgetItem* lineNode(TMidasQuery* q) {
@@ -48,12 +43,7 @@ QTreeWidgetItem* lineNode(TMidasQuery* q) {
 TJc_SelectXl_Frm::TJc_SelectXl_Frm(QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("Jc_SelectXl_Frm"));
     setWindowTitle(QStringLiteral("选择线路"));
-    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
-    QFont face(QStringLiteral("宋体"));
-    face.setPixelSize(12);
-    face.setStyleHint(QFont::SansSerif);
-    setFont(face);
+    TZt_Template_Frm::ApplyScreenLook(this);
 
     TvLst_HyLb = new QTreeWidget(this);
     TvLst_HyLb->setObjectName(QStringLiteral("TvLst_HyLb"));
@@ -68,9 +58,9 @@ TJc_SelectXl_Frm::TJc_SelectXl_Frm(QWidget* parent) : QDialog(parent) {
     Edt_HyDm->setFixedWidth(80);
     Edt_HyLb = shownEdit(this, "Edt_HyLb");
 
-    Bbtn_Qr = button(this, "Bbtn_Qr", QStringLiteral("确认(&O)"));
+    Bbtn_Qr = NewControl<QPushButton>(this, "Bbtn_Qr", QStringLiteral("确认(&O)"));
     Bbtn_Qr->setDefault(true);
-    Bbtn_Quit = button(this, "Bbtn_Quit", QStringLiteral("取消(&Q)"));
+    Bbtn_Quit = NewControl<QPushButton>(this, "Bbtn_Quit", QStringLiteral("取消(&Q)"));
     Bbtn_Quit->setAutoDefault(false);
 
     auto* edits = new QHBoxLayout;

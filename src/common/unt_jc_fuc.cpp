@@ -63,6 +63,11 @@ bool CheckFloatStr(const QString& s) {
     return ok && std::isfinite(v);
 }
 
+QString QuotedSqlText(const QString& text) {
+    QString out = text;
+    return out.replace(u'\'', u"''"_s);
+}
+
 QString GetDnbLxCode(const QString& dnblx) {
     if (dnblx == u"有功表"_s || dnblx == u"预付费表"_s) return u"D"_s;
     if (dnblx == u"需量表"_s) return u"X"_s;

@@ -21,6 +21,11 @@ void UndoYysq(const QString& cdbh);
 bool CheckIntStr(const QString& s);
 bool CheckFloatStr(const QString& s);
 
+// Typed text as it stands between the single quotes of an SQL literal:
+// each quote doubled, so the text is searched as typed and cannot end the
+// literal. The caller writes the surrounding quotes.
+QString QuotedSqlText(const QString& text);
+
 // The register letters of an energy-meter type ("有功表" -> "D", ...);
 // empty for an unknown type.
 QString GetDnbLxCode(const QString& dnblx);

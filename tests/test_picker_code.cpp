@@ -16,6 +16,7 @@
 #include "DataModules.h"
 #include "DataSetModel.h"
 #include "Frm_Jc_CodeSelect.h"
+#include "ModuleTest.h"
 #include "ScreenHarness.h"
 #include "TestDb.h"
 #include "Unit_zt_gobal.h"
@@ -27,13 +28,10 @@ namespace {
 const QString kAreaFields = QStringLiteral("BYQBH:变压器编号|BYQMC:变压器名称|");
 const QString kBookFields = QStringLiteral("cbcbh:抄表册编号|cbcmc:抄表册名称|");
 
-class CodePicker : public EngineTest {
+class CodePicker : public ModuleTest {
 protected:
     void SetUp() override {
-        db = std::make_unique<TestDatabase>(dialect());
-        CreateDataModules();
-        savedGdw = Gdw;
-        Gdw = "01";
+        ModuleTest::SetUp();
         // Written out of order, so that the list's order is the text's.
         area("T300", "城东3号公变");
         area("0200", "城南2号公变");
@@ -44,12 +42,6 @@ protected:
         book("CB02", "城东二册");
         book("CB03", "城西三册");
         book("CB01", "城东一册");
-    }
-    void TearDown() override {
-        EXPECT_EQ(boxes.texts(), QStringList()) << "no message box expected";
-        Gdw = savedGdw;
-        FreeDataModules();
-        db.reset();
     }
 
     void area(const char* bh, const char* mc, const char* lx = "公变", const char* dw = "01") {
@@ -104,9 +96,6 @@ protected:
     }
 
     // Any box the picker shows is recorded instead of waiting for a click.
-    ScriptedMessages boxes;
-    std::unique_ptr<TestDatabase> db;
-    QString savedGdw;
 };
 
 TEST_P(CodePicker, AreaPickSearchesTheCodeColumnFromTheStart) {

@@ -10,6 +10,7 @@
 
 #include "DataModules.h"
 #include "Frm_Jc_SelectXl.h"
+#include "ModuleTest.h"
 #include "ScreenHarness.h"
 #include "TestDb.h"
 #include "Unit_zt_gobal.h"
@@ -18,13 +19,10 @@ using namespace tarvin::test;
 
 namespace {
 
-class LinePicker : public EngineTest {
+class LinePicker : public ModuleTest {
 protected:
     void SetUp() override {
-        db = std::make_unique<TestDatabase>(dialect());
-        CreateDataModules();
-        savedGdw = Gdw;
-        Gdw = "01";
+        ModuleTest::SetUp();
         db->exec(QStringLiteral("INSERT INTO y_bdz (bdzbh, bdzmc, dydj, dw) VALUES ('BDZ0101', '东郊110kV变电站', '05', '01')"));
         line("0100001", "10kV东风线", "00001");
         line("0100002", "10kV城北线", "00001");
@@ -34,12 +32,6 @@ protected:
         line("0100003", "10kV东风线1号支线", "0100001");
         line("0100031", "东风线1号支线分段", "0100003");
         line("0100061", "10kV长编号线支线", "01000051");
-    }
-    void TearDown() override {
-        EXPECT_EQ(boxes.texts(), QStringList()) << "no message box expected";
-        Gdw = savedGdw;
-        FreeDataModules();
-        db.reset();
     }
 
     void line(const char* xlbh, const char* xlmc, const char* sjxlbh, const char* dw = "01",
@@ -77,9 +69,6 @@ protected:
     }
 
     // Any box the picker shows is recorded instead of waiting for a click.
-    ScriptedMessages boxes;
-    std::unique_ptr<TestDatabase> db;
-    QString savedGdw;
 };
 
 TEST_P(LinePicker, UnitWithoutTopLinesShowsNothingAndConfirmStaysOpen) {

@@ -11,6 +11,7 @@
 #include "DataModules.h"
 #include "DataSetModel.h"
 #include "Frm_Jc_Jcryxs.h"
+#include "ModuleTest.h"
 #include "ScreenHarness.h"
 #include "TestDb.h"
 #include "Unit_zt_gobal.h"
@@ -19,13 +20,10 @@ using namespace tarvin::test;
 
 namespace {
 
-class InspectorPicker : public EngineTest {
+class InspectorPicker : public ModuleTest {
 protected:
     void SetUp() override {
-        db = std::make_unique<TestDatabase>(dialect());
-        CreateDataModules();
-        savedGdw = Gdw;
-        Gdw = "01";
+        ModuleTest::SetUp();
         op("jc01", "张伟");
         op("jc02", "李娜");
         op("jc03", "王强");
@@ -37,12 +35,6 @@ protected:
         inspector("jc04", "周临时", "JC0104", "三级", "男");  // no operator row
         inspector("jc03", "王强", "JC0103", "二级", "男");
         inspector("jc09", "赵敏", "JC0209", "一级", "女", "02");
-    }
-    void TearDown() override {
-        EXPECT_EQ(boxes.texts(), QStringList()) << "no message box expected";
-        Gdw = savedGdw;
-        FreeDataModules();
-        db.reset();
     }
 
     void op(const char* dm, const char* name, const char* dw = "01") {
@@ -89,9 +81,6 @@ protected:
     }
 
     // Any box the picker shows is recorded instead of waiting for a click.
-    ScriptedMessages boxes;
-    std::unique_ptr<TestDatabase> db;
-    QString savedGdw;
 };
 
 TEST_P(InspectorPicker, MarkedRowsJoinInRowOrder) {
@@ -117,7 +106,7 @@ TEST_P(InspectorPicker, MarkedRowsJoinInRowOrder) {
     clickRow(s, rows[0]);
     clickRow(s, rows[1], Qt::ControlModifier);
     clickRow(s, rows[2], Qt::ControlModifier);
-    if (dialect() == tarvin::sql::Dialect::SQLite) screenshot(&s, "picker-inspectors");
+    if (dialect() == tarvin::sql::Dialect::SQLite) screenshot(&s, "picker-jcry");
     const QString names = joined(s, rows, 1), certificates = joined(s, rows, 3);
     click(&s, "Bbtn_Qr");
     EXPECT_FALSE(s.isVisible());

@@ -1,0 +1,22 @@
+#include "ModuleTest.h"
+
+#include "DataModules.h"
+#include "Unit_zt_gobal.h"
+
+namespace tarvin::test {
+
+void ModuleTest::SetUp() {
+    db = std::make_unique<TestDatabase>(GetParam().dialect);
+    CreateDataModules();
+    savedGdw_ = Gdw;
+    Gdw = QStringLiteral("01");
+}
+
+void ModuleTest::TearDown() {
+    if (expectNoBoxes) EXPECT_EQ(boxes.texts(), QStringList()) << "no message box expected";
+    Gdw = savedGdw_;
+    FreeDataModules();
+    db.reset();
+}
+
+}  // namespace tarvin::test

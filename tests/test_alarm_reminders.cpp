@@ -14,6 +14,7 @@
 #include "Connection.h"
 #include "DataModules.h"
 #include "Frm_Jc_Bjtx.h"
+#include "ModuleTest.h"
 #include "ScreenHarness.h"
 #include "TestDb.h"
 #include "Unit_zt_gobal.h"
@@ -25,11 +26,10 @@ namespace {
 
 const QDateTime kNow(QDate(2024, 4, 15), QTime(10, 30, 0));
 
-class AlarmReminders : public EngineTest {
+class AlarmReminders : public ModuleTest {
 protected:
     void SetUp() override {
-        db = std::make_unique<TestDatabase>(dialect());
-        CreateDataModules();
+        ModuleTest::SetUp();
         tarvin::db::setFixedClock(u"Shdl"_s, kNow);
         Gdw = u"0101"_s;
         Gdwmc = u"城区供电分公司"_s;
@@ -59,9 +59,10 @@ protected:
         alarm("202403", "0000000009", "01", "0102", "其他单位");
     }
     void TearDown() override {
-        FreeDataModules();
-        db.reset();
-        Gdw.clear(); Gdwmc.clear(); Gczydm.clear(); Gczyxm.clear();
+        ModuleTest::TearDown();
+        Gdwmc.clear();
+        Gczydm.clear();
+        Gczyxm.clear();
     }
 
     void customer(const char* hh, const char* hm, const char* yddz, const char* dw) {
@@ -104,7 +105,6 @@ protected:
         return QStringList{q.value(0).toString(), q.value(1).toString(), q.value(2).toString(), clrq.left(19)}
             .join(u'|');
     }
-    std::unique_ptr<TestDatabase> db;
 };
 
 TEST_P(AlarmReminders, ListsTheUnitsOpenAlarmsOfTheChosenKindsAndStampsThemOnClose) {

@@ -18,6 +18,7 @@
 #include "DataModules.h"
 #include "DemoGenerator.h"
 #include "Frm_Gy_Qkhbh.h"
+#include "ModuleTest.h"
 #include "ScreenHarness.h"
 #include "TestDb.h"
 
@@ -27,16 +28,8 @@ using tarvin::sql::Dialect;
 
 namespace {
 
-class CustomerPicker : public EngineTest {
+class CustomerPicker : public ModuleTest {
 protected:
-    void SetUp() override {
-        db = std::make_unique<TestDatabase>(dialect());
-        CreateDataModules();
-    }
-    void TearDown() override {
-        FreeDataModules();
-        db.reset();
-    }
 
     void customer(const QString& hh, const QString& hm, const QString& yddz, const QString& pym = {},
                   const QString& khlx = {}, const QVariant& fkfs = {}, const QString& cbcbh = {},
@@ -109,7 +102,6 @@ protected:
     static QString listSql() { return Gy_Khcx_Dm->Mqry_Fkhbh->SQL().Text(); }
     static QString where(const QString& condition) { return u"select *  from Y_KHDA  where "_s + condition; }
 
-    std::unique_ptr<TestDatabase> db;
 };
 
 TEST_P(CustomerPicker, AccountNumberIsPaddedAndEnterSearches) {

@@ -49,11 +49,7 @@ TJc_Bjtx_Frm::TJc_Bjtx_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     Ds_Bj = new TDataSource(this, QStringLiteral("Ds_Bj"), Mqry_Bj);
     Mq_Update = new TMidasQuery(this, QStringLiteral("Mq_Update"));
 
-    Dbg_sx = NewControl<QTableView>(this, "Dbg_sx");
-    Dbg_sx->setSelectionBehavior(QAbstractItemView::SelectRows);
-    Dbg_sx->setSelectionMode(QAbstractItemView::SingleSelection);
-    Dbg_sx->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    Dbg_sx->verticalHeader()->setDefaultSectionSize(22);
+    Dbg_sx = NewRowGrid(this, "Dbg_sx");
     Dbg_sx->horizontalHeader()->setStretchLastSection(true);
     grid_ = new TDBGridBinding(Dbg_sx, Mqry_Bj, this);
     grid_->Model()->SetReadOnly(true);

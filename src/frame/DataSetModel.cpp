@@ -223,3 +223,15 @@ void TDBFieldBinding::follow() {
     const int row = ds && ds->Active() ? ds->RecNo() - 1 : -1;
     if (row >= 0) mapper_->setCurrentIndex(row);
 }
+
+QTableView* NewRowGrid(QWidget* parent, const char* name, QAbstractItemView::SelectionMode mode) {
+    auto* grid = new QTableView(parent);
+    grid->setObjectName(QLatin1String(name));
+    grid->setSelectionBehavior(QAbstractItemView::SelectRows);
+    grid->setSelectionMode(mode);
+    grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grid->horizontalHeader()->setHighlightSections(false);
+    grid->verticalHeader()->setDefaultSectionSize(20);
+    grid->verticalHeader()->setFixedWidth(12);
+    return grid;
+}

@@ -11,7 +11,14 @@
 
 #include "MidasQuery.h"
 
+#include <QAbstractItemView>
+
 class QTableView;
+
+// A list grid as the screens have them: whole rows selected, nothing edited
+// in place, under its component name.
+QTableView* NewRowGrid(QWidget* parent, const char* name,
+                       QAbstractItemView::SelectionMode mode = QAbstractItemView::SingleSelection);
 
 // One grid column: a field of the dataset and its title caption.
 struct TColumn {

@@ -142,10 +142,7 @@ TGy_Qkhbh_Frm::TGy_Qkhbh_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     setTabOrder(Bbtn_Cx, Bbtn_Qr);
     setTabOrder(Bbtn_Qr, Bbtn_Quit);
 
-    Dbg_Fkhbh = NewControl<QTableView>(this, "Dbg_Fkhbh");
-    Dbg_Fkhbh->setSelectionBehavior(QAbstractItemView::SelectRows);
-    Dbg_Fkhbh->setSelectionMode(QAbstractItemView::SingleSelection);
-    Dbg_Fkhbh->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    Dbg_Fkhbh = NewRowGrid(this, "Dbg_Fkhbh");
     Dbg_Fkhbh->verticalHeader()->hide();
     Dbg_Fkhbh->horizontalHeader()->setStretchLastSection(true);
     Dbg_Fkhbh->setAlternatingRowColors(true);

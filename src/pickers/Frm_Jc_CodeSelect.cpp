@@ -42,14 +42,7 @@ TJc_CodeSelect_Frm::TJc_CodeSelect_Frm(QWidget* parent) : TZt_Template_Frm(paren
     Edt_Value->installEventFilter(this);
     btn_Query = NewControl<QPushButton>(this, "btn_Query", QStringLiteral("查询(&F)"));
 
-    Dbg_List = new QTableView(this);
-    Dbg_List->setObjectName(QStringLiteral("Dbg_List"));
-    Dbg_List->setSelectionBehavior(QAbstractItemView::SelectRows);
-    Dbg_List->setSelectionMode(QAbstractItemView::SingleSelection);
-    Dbg_List->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    Dbg_List->horizontalHeader()->setHighlightSections(false);
-    Dbg_List->verticalHeader()->setDefaultSectionSize(20);
-    Dbg_List->verticalHeader()->setFixedWidth(12);
+    Dbg_List = NewRowGrid(this, "Dbg_List");
     grid_ = new TDBGridBinding(Dbg_List, selectQuery(), this);
     grid_->Model()->SetReadOnly(true);
     // The stored columns; BuildColumns always replaces them.

@@ -43,14 +43,7 @@ TJc_Jcryxs_Frm::TJc_Jcryxs_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     Label1 = new QLabel(QStringLiteral("按住Ctrl键+鼠标左键多选"), this);
     Label1->setObjectName(QStringLiteral("Label1"));
 
-    Dbg_Jcryxs = new QTableView(this);
-    Dbg_Jcryxs->setObjectName(QStringLiteral("Dbg_Jcryxs"));
-    Dbg_Jcryxs->setSelectionBehavior(QAbstractItemView::SelectRows);
-    Dbg_Jcryxs->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    Dbg_Jcryxs->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    Dbg_Jcryxs->horizontalHeader()->setHighlightSections(false);
-    Dbg_Jcryxs->verticalHeader()->setDefaultSectionSize(20);
-    Dbg_Jcryxs->verticalHeader()->setFixedWidth(12);
+    Dbg_Jcryxs = NewRowGrid(this, "Dbg_Jcryxs", QAbstractItemView::ExtendedSelection);
     grid_ = new TDBGridBinding(Dbg_Jcryxs, Ds_jcry->DataSet(), this);
     grid_->Model()->SetReadOnly(true);
     grid_->Model()->SetColumns(gridColumns(QStringLiteral("XM")));

@@ -106,7 +106,6 @@ TEST_P(InspectorPicker, MarkedRowsJoinInRowOrder) {
     clickRow(s, rows[0]);
     clickRow(s, rows[1], Qt::ControlModifier);
     clickRow(s, rows[2], Qt::ControlModifier);
-    if (dialect() == tarvin::sql::Dialect::SQLite) screenshot(&s, "picker-jcry");
     const QString names = joined(s, rows, 1), certificates = joined(s, rows, 3);
     click(&s, "Bbtn_Qr");
     EXPECT_FALSE(s.isVisible());

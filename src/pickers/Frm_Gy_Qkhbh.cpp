@@ -252,6 +252,7 @@ void TGy_Qkhbh_Frm::RefuseAt(QWidget* input) {
 QString TGy_Qkhbh_Frm::BuildKhbhWhere() {
     const auto ticked = [](const QCheckBox* box, const QString& text) { return box->isChecked() && !text.isEmpty(); };
     QString where;
+    QString nameFirst;
 
     if (ticked(Ckb_ccbh, Edt_dnbcch->text()))
         where = u" HH in (select HH from Y_YXDNB where DNBCCH='"_s + QuotedSqlText(Edt_dnbcch->text()) + u"')"_s;
@@ -263,11 +264,17 @@ QString TGy_Qkhbh_Frm::BuildKhbhWhere() {
         where += where.isEmpty() ? u"Hh = '"_s + hh + u"'"_s : u" and Hh = '"_s + hh + u"'"_s;
     }
 
+    // A name typed alone is matched from its start; combined with any other
+    // criterion, anywhere in the name. When nothing stands before it, its
+    // condition waits until the others are known.
+    QString nameLater;
     if (ticked(Ckb_hm, Edt_hm->text())) {
-        // As the first criterion the name is matched from its start; after
-        // an earlier one, anywhere in the name.
         const QString hm = QuotedSqlText(Edt_hm->text());
-        where += where.isEmpty() ? u"HM like '"_s + hm + u"%'"_s : u" and HM like '%"_s + hm + u"%'"_s;
+        nameLater = u" and HM like '%"_s + hm + u"%'"_s;
+        if (where.isEmpty())
+            nameFirst = u"HM like '"_s + hm + u"%'"_s;
+        else
+            where += nameLater;
     }
 
     if (ticked(Ckb_cbc, Edt_cbc->text())) {
@@ -320,6 +327,8 @@ QString TGy_Qkhbh_Frm::BuildKhbhWhere() {
         code = QString::number(fkfs);
         where += where.isEmpty() ? u"FKFS="_s + code : u" and FKFS="_s + code;
     }
+
+    if (!nameFirst.isEmpty()) where = where.isEmpty() ? nameFirst : where + nameLater;
 
     // The identity-card box adds nothing: the customer file is not searched
     // by identity card.

@@ -22,6 +22,7 @@
 #include <QPlainTextEdit>
 #include <QTest>
 #include "AlarmScanDialog.h"
+#include "DemoGenerator.h"
 #include <QTreeWidget>
 
 using namespace tarvin::test;
@@ -276,6 +277,34 @@ TEST_P(Host, AlarmScanFromTheMenuForAnAdministrator) {
     EXPECT_TRUE(refusal.contains("YYYYMM")) << refusal.toStdString();
     EXPECT_EQ(report.count(QStringLiteral("新增")), 7) << report.toStdString();
     EXPECT_TRUE(report.contains(QStringLiteral("01 变压器停用客户，私自启封用电：新增 0 条")));
+}
+
+// On the demo utility the leader's list holds the batches waiting for his
+// approval, and an inspector, whose post does not grant approval, has none
+// of them.
+TEST_P(Host, ToDoListOnTheDemoUtility) {
+    if (dialect() != tarvin::sql::Dialect::SQLite) GTEST_SKIP() << "the demo picture is taken on SQLite";
+    TestDatabase demo(dialect(), false, "demo");
+    tarvin::demo::DemoOptions o;
+    o.customers = 400;
+    o.seed = 3;
+    o.today = QDate(2025, 3, 10);
+    tarvin::demo::createDemoDatabase(demo.db(), o);
+    const int waiting = demo.scalar("select count(*) from z_dqgw where glbm = '0101' and dqywx = '40102'").toInt();
+    ASSERT_GT(waiting, 0);
+    const QList<TodoCase> leader = TodoList::read(demo.db(), "0101002", "0101");
+    EXPECT_EQ(std::count_if(leader.begin(), leader.end(), [](const TodoCase& c) { return c.ywxdm == "40102"; }), waiting);
+    const QList<TodoCase> inspector = TodoList::read(demo.db(), "0101003", "0101");
+    EXPECT_TRUE(std::none_of(inspector.begin(), inspector.end(), [](const TodoCase& c) { return c.ywxdm == "40102"; }));
+
+    ModuleLoader module;
+    ASSERT_TRUE(module.load());
+    const QString name = demo.scalar("select xingming from z_xtczy where dm = '0101002'").toString();
+    Operator op{"0101002", name, "010101", QStringLiteral("用电检查班"), "0101", QStringLiteral("城区供电分公司"), "0101"};
+    HostWindow w(module, op, demo.db(), "demo.sqlite");
+    showActive(&w);
+    EXPECT_EQ(w.todoList()->view()->topLevelItemCount(), leader.size());
+    screenshot(&w, "host-todo-demo");
 }
 
 TARVIN_INSTANTIATE_ENGINES(Host);

@@ -12,9 +12,9 @@
 #include <vector>
 
 #include "AlarmScan.h"
-#include "Connection.h"
+#include "data/Connection.h"
 #include "DemoGenerator.h"
-#include "MidasQuery.h"
+#include "data/MidasQuery.h"
 
 namespace {
 

@@ -17,12 +17,12 @@
 #include <functional>
 #include <vector>
 
-#include "Connection.h"
-#include "DataModules.h"
+#include "data/Connection.h"
+#include "data/DataModules.h"
 #include "DemoGenerator.h"
-#include "Frm_Gy_Qkhbh.h"
-#include "MessageService.h"
-#include "MidasQuery.h"
+#include "pickers/Frm_Gy_Qkhbh.h"
+#include "frame/MessageService.h"
+#include "data/MidasQuery.h"
 
 namespace {
 

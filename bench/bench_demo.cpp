@@ -10,9 +10,9 @@
 #include <cstdio>
 #include <sqlite3.h>
 
-#include "Connection.h"
+#include "data/Connection.h"
 #include "DemoGenerator.h"
-#include "MidasQuery.h"
+#include "data/MidasQuery.h"
 
 namespace {
 

@@ -9,9 +9,9 @@
 #include <QTemporaryDir>
 #include <cstdio>
 
-#include "Connection.h"
+#include "data/Connection.h"
 #include "Schema.h"
-#include "SqlDialect.h"
+#include "data/SqlDialect.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <QRegularExpression>
 #include <stdexcept>
 
-#include "MidasQuery.h"
+#include "data/MidasQuery.h"
 
 namespace tarvin::alarms {
 

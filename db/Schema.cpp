@@ -9,8 +9,8 @@
 #include <QSqlError>
 #include <QSqlQuery>
 
-#include "Connection.h"
-#include "MidasQuery.h"
+#include "data/Connection.h"
+#include "data/MidasQuery.h"
 
 namespace tarvin::db {
 

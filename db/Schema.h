@@ -4,7 +4,7 @@
 #include <QSqlDatabase>
 #include <QString>
 
-#include "SqlDialect.h"
+#include "data/SqlDialect.h"
 
 namespace tarvin::db {
 

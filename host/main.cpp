@@ -12,10 +12,10 @@
 #include <QTextStream>
 #include <cstdio>
 
-#include "Connection.h"
+#include "data/Connection.h"
 #include "HostAuth.h"
 #include "HostWindow.h"
-#include "MidasQuery.h"
+#include "data/MidasQuery.h"
 #include "ModuleLoader.h"
 #include "SignInDialog.h"
 

@@ -11,13 +11,13 @@
 #include <QTemporaryDir>
 #include <dlfcn.h>
 
-#include "Connection.h"
-#include "DataModules.h"
-#include "Frm_Jc_Bjtx.h"
+#include "data/Connection.h"
+#include "data/DataModules.h"
+#include "alarms/Frm_Jc_Bjtx.h"
 #include "ModuleTest.h"
 #include "ScreenHarness.h"
 #include "TestDb.h"
-#include "Unit_zt_gobal.h"
+#include "frame/Unit_zt_gobal.h"
 
 using namespace Qt::StringLiterals;
 using namespace tarvin::test;

@@ -13,7 +13,7 @@
 
 #include "AlarmScan.h"
 #include "DemoGenerator.h"
-#include "MidasQuery.h"
+#include "data/MidasQuery.h"
 #include "TestDb.h"
 
 using namespace tarvin::test;

@@ -4,10 +4,10 @@
 #include <QCheckBox>
 #include <QSqlQuery>
 
-#include "Frm_Jc_Bjsz.h"
+#include "alarms/Frm_Jc_Bjsz.h"
 #include "ScreenHarness.h"
 #include "TestDb.h"
-#include "Unit_zt_gobal.h"
+#include "frame/Unit_zt_gobal.h"
 
 using namespace tarvin::test;
 

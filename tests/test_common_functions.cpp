@@ -16,16 +16,16 @@
 #include <cstdio>
 #include <memory>
 
-#include "Connection.h"
-#include "DataModules.h"
+#include "data/Connection.h"
+#include "data/DataModules.h"
 #include "ScreenHarness.h"
 #include "TestDb.h"
-#include "Unit_zt_gobal.h"
-#include "Unt_Jc_Message.h"
-#include "Unt_Zt_Message.h"
-#include "unit_zt_pubfun.h"
-#include "unt_jc_fuc.h"
-#include "Unt_Zt_UserFuncs.h"
+#include "frame/Unit_zt_gobal.h"
+#include "common/Unt_Jc_Message.h"
+#include "common/Unt_Zt_Message.h"
+#include "common/unit_zt_pubfun.h"
+#include "common/unt_jc_fuc.h"
+#include "common/Unt_Zt_UserFuncs.h"
 
 using namespace Qt::StringLiterals;
 using namespace tarvin::test;

@@ -4,7 +4,7 @@
 #include <QPointer>
 #include <functional>
 
-#include "DataModules.h"
+#include "data/DataModules.h"
 #include "TestDb.h"
 
 using namespace Qt::StringLiterals;

@@ -12,9 +12,9 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-#include "Connection.h"
+#include "data/Connection.h"
 #include "DemoGenerator.h"
-#include "MidasQuery.h"
+#include "data/MidasQuery.h"
 #include "Schema.h"
 #include "TestDb.h"
 

@@ -9,10 +9,10 @@
 #include <algorithm>
 #include <iostream>
 
-#include "Connection.h"
+#include "data/Connection.h"
 #include "Corpus.h"
 #include "DemoGenerator.h"
-#include "MidasQuery.h"
+#include "data/MidasQuery.h"
 #include "TestDb.h"
 
 using namespace tarvin::test;

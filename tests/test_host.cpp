@@ -11,14 +11,14 @@
 #include <QListWidget>
 #include <QSqlQuery>
 
-#include "Connection.h"
+#include "data/Connection.h"
 #include "HostAuth.h"
 #include "HostWindow.h"
 #include "ModuleLoader.h"
 #include "ScreenHarness.h"
 #include "SignInDialog.h"
 #include "TestDb.h"
-#include "Unt_Zt_UserFuncs.h"
+#include "common/Unt_Zt_UserFuncs.h"
 #include <QPlainTextEdit>
 #include <QTest>
 #include "AlarmScanDialog.h"

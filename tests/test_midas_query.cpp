@@ -2,7 +2,7 @@
 // with cached updates, transactions.
 #include <QSqlQuery>
 
-#include "MidasQuery.h"
+#include "data/MidasQuery.h"
 #include "TestDb.h"
 
 using namespace tarvin::test;

@@ -6,8 +6,8 @@
 #include <QDateTime>
 #include <gtest/gtest.h>
 
-#include "Connection.h"
-#include "MidasQuery.h"
+#include "data/Connection.h"
+#include "data/MidasQuery.h"
 #include "TestDb.h"
 
 using tarvin::sql::Dialect;

@@ -12,14 +12,14 @@
 #include <QTest>
 #include <QTimer>
 
-#include "DBControls.h"
-#include "DataModules.h"
-#include "DataSetModel.h"
-#include "Frm_Jc_CodeSelect.h"
+#include "frame/DBControls.h"
+#include "data/DataModules.h"
+#include "frame/DataSetModel.h"
+#include "pickers/Frm_Jc_CodeSelect.h"
 #include "ModuleTest.h"
 #include "ScreenHarness.h"
 #include "TestDb.h"
-#include "Unit_zt_gobal.h"
+#include "frame/Unit_zt_gobal.h"
 
 using namespace tarvin::test;
 

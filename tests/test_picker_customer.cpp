@@ -15,9 +15,9 @@
 #include <QTest>
 #include <memory>
 
-#include "DataModules.h"
+#include "data/DataModules.h"
 #include "DemoGenerator.h"
-#include "Frm_Gy_Qkhbh.h"
+#include "pickers/Frm_Gy_Qkhbh.h"
 #include "ModuleTest.h"
 #include "ScreenHarness.h"
 #include "TestDb.h"

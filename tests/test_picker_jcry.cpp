@@ -8,13 +8,13 @@
 #include <QTableView>
 #include <QTest>
 
-#include "DataModules.h"
-#include "DataSetModel.h"
-#include "Frm_Jc_Jcryxs.h"
+#include "data/DataModules.h"
+#include "frame/DataSetModel.h"
+#include "pickers/Frm_Jc_Jcryxs.h"
 #include "ModuleTest.h"
 #include "ScreenHarness.h"
 #include "TestDb.h"
-#include "Unit_zt_gobal.h"
+#include "frame/Unit_zt_gobal.h"
 
 using namespace tarvin::test;
 

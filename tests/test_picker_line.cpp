@@ -8,12 +8,12 @@
 #include <QTest>
 #include <QTreeWidget>
 
-#include "DataModules.h"
-#include "Frm_Jc_SelectXl.h"
+#include "data/DataModules.h"
+#include "pickers/Frm_Jc_SelectXl.h"
 #include "ModuleTest.h"
 #include "ScreenHarness.h"
 #include "TestDb.h"
-#include "Unit_zt_gobal.h"
+#include "frame/Unit_zt_gobal.h"
 
 using namespace tarvin::test;
 

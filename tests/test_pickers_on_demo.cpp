@@ -8,11 +8,11 @@
 #include <QTreeWidget>
 
 #include "DemoGenerator.h"
-#include "Frm_Jc_CodeSelect.h"
-#include "Frm_Jc_Jcryxs.h"
-#include "Frm_Jc_SelectXl.h"
+#include "pickers/Frm_Jc_CodeSelect.h"
+#include "pickers/Frm_Jc_Jcryxs.h"
+#include "pickers/Frm_Jc_SelectXl.h"
 #include "ModuleTest.h"
-#include "Unit_zt_gobal.h"
+#include "frame/Unit_zt_gobal.h"
 
 using namespace Qt::StringLiterals;
 using namespace tarvin::test;

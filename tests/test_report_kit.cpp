@@ -14,9 +14,9 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
-#include "MidasQuery.h"
-#include "Report.h"
-#include "ReportTemplate.h"
+#include "data/MidasQuery.h"
+#include "report/Report.h"
+#include "report/ReportTemplate.h"
 #include "ScreenHarness.h"
 #include "TestDb.h"
 

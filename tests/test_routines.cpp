@@ -11,8 +11,8 @@
 #include <mutex>
 #include <thread>
 
-#include "Connection.h"
-#include "MidasQuery.h"
+#include "data/Connection.h"
+#include "data/MidasQuery.h"
 #include "Schema.h"
 #include "TestDb.h"
 

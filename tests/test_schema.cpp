@@ -6,7 +6,7 @@
 #include <QSqlQuery>
 #include <gtest/gtest.h>
 
-#include "MidasQuery.h"
+#include "data/MidasQuery.h"
 #include "Schema.h"
 #include "TestDb.h"
 

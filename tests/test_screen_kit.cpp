@@ -7,9 +7,9 @@
 #include <QTableView>
 #include <QTest>
 
-#include "DBControls.h"
-#include "DataSetModel.h"
-#include "MidasQuery.h"
+#include "frame/DBControls.h"
+#include "frame/DataSetModel.h"
+#include "data/MidasQuery.h"
 #include "ScreenHarness.h"
 #include "TestDb.h"
 

@@ -24,8 +24,8 @@
 #include <iostream>
 #include <map>
 
-#include "Connection.h"
-#include "MidasQuery.h"
+#include "data/Connection.h"
+#include "data/MidasQuery.h"
 #include "Schema.h"
 #include "Corpus.h"
 #include "TestDb.h"

@@ -5,7 +5,7 @@
 #include <QDateTime>
 #include <gtest/gtest.h>
 
-#include "SqlDialect.h"
+#include "data/SqlDialect.h"
 #include "TestDb.h"
 
 using tarvin::sql::Dialect;

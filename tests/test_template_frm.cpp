@@ -12,8 +12,8 @@
 #include <QTest>
 #include <QVBoxLayout>
 
-#include "Frm_Zt_Template.h"
-#include "HelpSystem.h"
+#include "frame/Frm_Zt_Template.h"
+#include "frame/HelpSystem.h"
 #include "ScreenHarness.h"
 
 using namespace tarvin::test;

@@ -16,7 +16,7 @@
 #include <memory>
 
 #include "../workflow/Prj_zt_pubfun.h"
-#include "Connection.h"
+#include "data/Connection.h"
 #include "DemoGenerator.h"
 #include "Schema.h"
 #include "TestDb.h"

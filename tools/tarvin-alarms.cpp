@@ -10,8 +10,8 @@
 #include <QTextStream>
 
 #include "AlarmScan.h"
-#include "Connection.h"
-#include "MidasQuery.h"
+#include "data/Connection.h"
+#include "data/MidasQuery.h"
 
 namespace {
 

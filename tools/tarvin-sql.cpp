@@ -6,9 +6,9 @@
 #include <QTextStream>
 #include <cstdio>
 
-#include "Connection.h"
-#include "MidasQuery.h"
-#include "SqlDialect.h"
+#include "data/Connection.h"
+#include "data/MidasQuery.h"
+#include "data/SqlDialect.h"
 
 namespace {
 

@@ -39,10 +39,10 @@
 #include <vector>
 
 #include "AlarmScan.h"
-#include "Connection.h"
+#include "data/Connection.h"
 #include "DemoCatalogue.h"
 #include "DemoRandom.h"
-#include "MidasQuery.h"
+#include "data/MidasQuery.h"
 #include "RowWriter.h"
 #include "Schema.h"
 

@@ -6,8 +6,8 @@
 #include <cstdio>
 #include <sqlite3.h>
 
-#include "Connection.h"
-#include "MidasQuery.h"
+#include "data/Connection.h"
+#include "data/MidasQuery.h"
 
 namespace tarvin::demo {
 

@@ -10,9 +10,9 @@
 #include <QStringList>
 #include <cstdio>
 
-#include "Connection.h"
+#include "data/Connection.h"
 #include "DemoGenerator.h"
-#include "MidasQuery.h"
+#include "data/MidasQuery.h"
 #include "Schema.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include "Frm_Jc_Bjsz.h"
 
-#include "Unit_zt_gobal.h"
+#include "frame/Unit_zt_gobal.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -4,8 +4,8 @@
 
 #include <QPointer>
 
-#include "Frm_Zt_Template.h"
-#include "MidasQuery.h"
+#include "frame/Frm_Zt_Template.h"
+#include "data/MidasQuery.h"
 
 class QCheckBox;
 class QPushButton;

@@ -1,8 +1,8 @@
 #include "Frm_Jc_Bjtx.h"
 
-#include "Unit_zt_gobal.h"
-#include "Unt_Jc_Message.h"
-#include "unit_zt_pubfun.h"
+#include "frame/Unit_zt_gobal.h"
+#include "common/Unt_Jc_Message.h"
+#include "common/unit_zt_pubfun.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>

@@ -6,11 +6,11 @@
 
 #include <QPointer>
 
-#include "DataSetModel.h"
-#include "DataSource.h"
-#include "Frm_Zt_Template.h"
-#include "MidasQuery.h"
-#include "Report.h"
+#include "frame/DataSetModel.h"
+#include "data/DataSource.h"
+#include "frame/Frm_Zt_Template.h"
+#include "data/MidasQuery.h"
+#include "report/Report.h"
 
 class QLineEdit;
 class QPushButton;

@@ -1,6 +1,6 @@
 #include "Unt_Jc_Message.h"
 
-#include "MessageService.h"
+#include "frame/MessageService.h"
 
 namespace {
 const QString kCaption = QStringLiteral("系统提示");

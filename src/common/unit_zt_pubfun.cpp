@@ -8,9 +8,9 @@
 #include <QWidget>
 #include <limits>
 
-#include "Dm_Zt_Funcs.h"
-#include "MidasQuery.h"
-#include "Unit_zt_gobal.h"
+#include "data/Dm_Zt_Funcs.h"
+#include "data/MidasQuery.h"
+#include "frame/Unit_zt_gobal.h"
 
 using namespace Qt::StringLiterals;
 

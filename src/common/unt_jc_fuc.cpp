@@ -3,8 +3,8 @@
 #include <QTreeWidget>
 #include <cmath>
 
-#include "Dm_Jc_Func.h"
-#include "MidasQuery.h"
+#include "data/Dm_Jc_Func.h"
+#include "data/MidasQuery.h"
 
 using namespace Qt::StringLiterals;
 

@@ -6,7 +6,7 @@
 #include <QPointer>
 #include <QVariant>
 
-#include "MidasQuery.h"
+#include "data/MidasQuery.h"
 
 class TDataSetModel;
 

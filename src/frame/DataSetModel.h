@@ -9,7 +9,7 @@
 #include <QList>
 #include <QPointer>
 
-#include "MidasQuery.h"
+#include "data/MidasQuery.h"
 
 #include <QAbstractItemView>
 

@@ -15,11 +15,11 @@
 #include <QVBoxLayout>
 #include <functional>
 
-#include "DataModules.h"
-#include "DataSetModel.h"
-#include "Unt_Jc_Message.h"
-#include "Unt_Zt_Message.h"
-#include "unt_jc_fuc.h"
+#include "data/DataModules.h"
+#include "frame/DataSetModel.h"
+#include "common/Unt_Jc_Message.h"
+#include "common/Unt_Zt_Message.h"
+#include "common/unt_jc_fuc.h"
 
 using namespace Qt::StringLiterals;
 

@@ -6,7 +6,7 @@
 #include <QPointer>
 #include <QString>
 
-#include "Frm_Zt_Template.h"
+#include "frame/Frm_Zt_Template.h"
 
 class QCheckBox;
 class QComboBox;

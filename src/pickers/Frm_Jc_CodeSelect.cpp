@@ -1,9 +1,9 @@
 #include "Frm_Jc_CodeSelect.h"
 
-#include "DBControls.h"
-#include "DataModules.h"
-#include "DataSetModel.h"
-#include "Unt_Jc_Message.h"
+#include "frame/DBControls.h"
+#include "data/DataModules.h"
+#include "frame/DataSetModel.h"
+#include "common/Unt_Jc_Message.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>

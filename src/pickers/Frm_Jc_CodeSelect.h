@@ -16,7 +16,7 @@
 
 #include <QPointer>
 
-#include "Frm_Zt_Template.h"
+#include "frame/Frm_Zt_Template.h"
 
 class QLabel;
 class QLineEdit;

@@ -1,8 +1,8 @@
 #include "Frm_Jc_Jcryxs.h"
 
-#include "DataSetModel.h"
-#include "Unit_zt_gobal.h"
-#include "Unt_Jc_Message.h"
+#include "frame/DataSetModel.h"
+#include "frame/Unit_zt_gobal.h"
+#include "common/Unt_Jc_Message.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>

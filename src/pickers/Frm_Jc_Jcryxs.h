@@ -5,9 +5,9 @@
 
 #include <QPointer>
 
-#include "DataSource.h"
-#include "Frm_Zt_Template.h"
-#include "MidasQuery.h"
+#include "data/DataSource.h"
+#include "frame/Frm_Zt_Template.h"
+#include "data/MidasQuery.h"
 
 class QLabel;
 class QPushButton;

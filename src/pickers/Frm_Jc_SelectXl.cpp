@@ -1,9 +1,9 @@
 #include "Frm_Jc_SelectXl.h"
 
-#include "DataModules.h"
-#include "Frm_Zt_Template.h"
-#include "Unit_zt_gobal.h"
-#include "Unt_Jc_Message.h"
+#include "data/DataModules.h"
+#include "frame/Frm_Zt_Template.h"
+#include "frame/Unit_zt_gobal.h"
+#include "common/Unt_Jc_Message.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -18,7 +18,7 @@
 #include <QImage>
 #include <QString>
 
-#include "MidasQuery.h"
+#include "data/MidasQuery.h"
 #include "ReportLayout.h"
 #include "ReportRenderer.h"
 

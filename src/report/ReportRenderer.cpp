@@ -8,7 +8,7 @@
 #include <QRegularExpression>
 #include <cmath>
 
-#include "MidasQuery.h"
+#include "data/MidasQuery.h"
 
 namespace tarvin::report {
 

@@ -13,7 +13,7 @@
 #include <map>
 #include <vector>
 
-#include "MidasQuery.h"
+#include "data/MidasQuery.h"
 
 namespace tarvin::test::corpus {
 

@@ -1,7 +1,7 @@
 #include "ModuleTest.h"
 
-#include "DataModules.h"
-#include "Unit_zt_gobal.h"
+#include "data/DataModules.h"
+#include "frame/Unit_zt_gobal.h"
 
 namespace tarvin::test {
 

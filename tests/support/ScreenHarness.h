@@ -10,7 +10,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 
-#include "MessageService.h"
+#include "frame/MessageService.h"
 
 namespace tarvin::test {
 

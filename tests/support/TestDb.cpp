@@ -9,7 +9,7 @@
 #include <atomic>
 #include <cstdlib>
 
-#include "Connection.h"
+#include "data/Connection.h"
 #include "Schema.h"
 
 namespace tarvin::test {

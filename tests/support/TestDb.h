@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 #include <vector>
 
-#include "SqlDialect.h"
+#include "data/SqlDialect.h"
 
 // Readable QString values in test failures.
 QT_BEGIN_NAMESPACE

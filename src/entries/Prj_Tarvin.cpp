@@ -5,10 +5,10 @@
 #include <QApplication>
 #include <memory>
 
-#include "Frm_Jc_Bjsz.h"
-#include "Frm_Jc_Bjtx.h"
-#include "MessageService.h"
-#include "Unit_zt_gobal.h"
+#include "alarms/Frm_Jc_Bjsz.h"
+#include "alarms/Frm_Jc_Bjtx.h"
+#include "frame/MessageService.h"
+#include "frame/Unit_zt_gobal.h"
 #include "Unt_Tarvinit.h"
 
 #if defined(_WIN32) && !defined(_WIN64)

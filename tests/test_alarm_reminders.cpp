@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QLineEdit>
+#include <QPushButton>
 #include <QPrintPreviewDialog>
 #include <QProcess>
 #include <QSqlQuery>
@@ -202,6 +203,29 @@ TEST_P(AlarmReminders, ClosingAnAlarmNeedsANoteAndAYesAndRecordsWhoAndWhen) {
     EXPECT_EQ(stamped(), (QStringList{u"0000000001"_s, u"0000000002"_s, u"0000000004"_s}));
 }
 
+// As a person works it: keys to the focused control, real boxes.
+TEST_P(AlarmReminders, MainFlowByKeysWithRealBoxes) {
+    TJc_Bjtx_Frm s;
+    open(s);
+    s.Dbg_sx->setFocus();
+    settle();
+    pressFocused(Qt::Key_Down);
+    EXPECT_EQ(s.Dbe_bsh->text(), u"0000000002"_s);
+    s.Dbe_clqk->setFocus();
+    s.Dbe_clqk->insert(u"已核实"_s);
+    s.Bbtn_Over->setFocus();
+    settle();
+    {
+        RealMessageBoxes boxes;
+        boxes.expect(u"确认该户异常已经处理结束吗？"_s, QMessageBox::Yes);
+        pressFocused(Qt::Key_Return);
+    }
+    EXPECT_EQ(state(u"0000000002"_s), u"已处理|张检查|已核实|2024-04-15 10:30:00"_s);
+    pressFocused(Qt::Key_Escape);
+    EXPECT_FALSE(s.isVisible());
+    EXPECT_EQ(stamped().size(), 3);
+}
+
 TEST_P(AlarmReminders, PrintsTheListWithUnitOperatorAndEveryAccount) {
     TJc_Bjtx_Frm s;
     open(s);
@@ -261,6 +285,6 @@ TEST_P(AlarmReminders, TheEntryShowsTheScreenWithTheListOpen) {
     dlclose(lib);
 }
 
-TARVIN_INSTANTIATE_ENGINES(AlarmReminders);
+TARVIN_INSTANTIATE_ENGINES_AND_OPENERS(AlarmReminders);
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
+#include <QPushButton>
 #include <QSqlQuery>
 
 #include "alarms/Frm_Jc_Bjsz.h"
@@ -16,7 +17,7 @@ namespace {
 class AlarmSettings : public EngineTest {
 protected:
     void SetUp() override {
-        db = std::make_unique<TestDatabase>(dialect());
+        db = databaseFor(GetParam());
         Gczydm = "0101";
     }
     void TearDown() override { Gczydm.clear(); }
@@ -88,6 +89,49 @@ TEST_P(AlarmSettings, SelectAllTogglesTheSixAndExitSavesNothing) {
     EXPECT_TRUE(rows().isEmpty());
 }
 
-TARVIN_INSTANTIATE_ENGINES(AlarmSettings);
+// As a person works it: keys to the focused control, real boxes.
+TEST_P(AlarmSettings, MainFlowByKeysWithRealBoxes) {
+    setRows(1);
+    TJc_Bjsz_Frm s;
+    showActive(&s);
+    s.ckb_02->setFocus();
+    settle();
+    {
+        RealMessageBoxes boxes;
+        boxes.expect(QStringLiteral("当前窗口名:Jc_Bjsz_Frm"));
+        pressFocused(Qt::Key_N, Qt::ControlModifier | Qt::AltModifier);
+        pressFocused(Qt::Key_Space);
+        s.Bbtn_Qr->setFocus();
+        settle();
+        pressFocused(Qt::Key_Return);
+    }
+    EXPECT_FALSE(s.isVisible());
+    EXPECT_EQ(rows().filter(QStringLiteral("=是")), (QStringList{QStringLiteral("01=是"), QStringLiteral("02=是")}));
+}
+
+// The table gone from under the screen: a message each time, the screen
+// stays open with its boxes as they were, and the rows are untouched.
+TEST_P(AlarmSettings, ADatabaseErrorIsShownAndLosesNothing) {
+    setRows(2);
+    db->exec("alter table e_bjxz rename to e_bjxz_away");
+    ScriptedMessages boxes;
+    TJc_Bjsz_Frm s;
+    showActive(&s);
+    ASSERT_EQ(boxes.shown().size(), 1u);
+    EXPECT_TRUE(boxes.last().contains("e_bjxz", Qt::CaseInsensitive)) << boxes.last().toStdString();
+    EXPECT_EQ(boxes.shown()[0].icon, QMessageBox::Critical);
+    click(&s, "ckb_04");
+    click(&s, "Bbtn_Qr");
+    EXPECT_EQ(boxes.shown().size(), 2u);
+    EXPECT_TRUE(s.isVisible());
+    EXPECT_TRUE(s.ckb_04->isChecked());
+    db->exec("alter table e_bjxz_away rename to e_bjxz");
+    EXPECT_EQ(rows().filter(QStringLiteral("=是")), (QStringList{QStringLiteral("01=是"), QStringLiteral("02=是")}));
+    click(&s, "Bbtn_Qr");  // works again once the table is back
+    EXPECT_FALSE(s.isVisible());
+    EXPECT_EQ(rows().filter(QStringLiteral("=是")).size(), 1);
+}
+
+TARVIN_INSTANTIATE_ENGINES_AND_OPENERS(AlarmSettings);
 
 }  // namespace

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QFile>
+#include <QGroupBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -12,6 +14,7 @@
 #include <QTest>
 #include <QVBoxLayout>
 
+#include "data/MidasQuery.h"
 #include "frame/Frm_Zt_Template.h"
 #include "frame/HelpSystem.h"
 #include "ScreenHarness.h"
@@ -42,6 +45,11 @@ public:
                            static_cast<QWidget*>(memo), static_cast<QWidget*>(grid),
                            static_cast<QWidget*>(ok)})
             layout->addWidget(w);
+        auto* group = new QGroupBox(this);
+        check = new QCheckBox(QStringLiteral("选项"), group);
+        check->setObjectName("ckb_01");
+        (new QVBoxLayout(group))->addWidget(check);
+        layout->addWidget(group);
         if (withHelpButton) {
             auto* help = new QPushButton(QStringLiteral("帮助"), this);
             help->setObjectName("BTN_HELP");
@@ -50,6 +58,7 @@ public:
         connect(first, &QLineEdit::returnPressed, [this] { ++firstGotEnter; });
         connect(ok, &QPushButton::clicked, [this] { ++okClicks; });
     }
+    QCheckBox* check;
     QLineEdit* first;
     QLineEdit* second;
     QPlainTextEdit* memo;
@@ -194,6 +203,62 @@ TEST(TemplateScreen, CtrlAltNNamesTheScreenInFront) {
     EXPECT_EQ(messages.shown()[0].caption, QStringLiteral("提示信息"));
     EXPECT_EQ(messages.shown()[0].icon, QMessageBox::Information);
     EXPECT_EQ(messages.last(), QStringLiteral("当前窗口名:Jc_Jhbz_Frm"));
+}
+
+// With real boxes, whatever a box does to the focus: the box's own modal
+// loop runs inside the key press, and the press then travels on to the
+// focused control's parents. The focus is moved to the screen while the box
+// is up, as a window manager may do on a real display.
+TEST(TemplateScreen, AKeyThatOpensABoxOpensItOnce) {
+    IniFile ini("[Common]\nHelpFile=missing.html\n");
+    TestScreen s("Jc_Bjsz_Frm");
+    s.Handle(s.ok, &QPushButton::clicked, [] {
+        tarvin::MessageService::show(QStringLiteral("已保存"), QStringLiteral("提示"), QMessageBox::Information);
+    });
+    showActive(&s);
+    const auto toScreen = [&s](QMessageBox*) { s.setFocus(); };
+    const struct {
+        QWidget* focus;
+        Qt::Key key;
+        Qt::KeyboardModifiers mods;
+        QString box;
+    } keys[] = {
+        {s.check, Qt::Key_N, Qt::ControlModifier | Qt::AltModifier, QStringLiteral("当前窗口名:Jc_Bjsz_Frm")},
+        {s.check, Qt::Key_F1, Qt::NoModifier,
+         QStringLiteral("找不到帮助文件“missing.html”。请检查 dlyx.INI 中 [Common] 节的设置，或与系统管理员联系。")},
+        {s.ok, Qt::Key_Return, Qt::NoModifier, QStringLiteral("已保存")},
+    };
+    for (const auto& k : keys) {
+        RealMessageBoxes boxes;
+        boxes.expect(k.box, QMessageBox::Ok, toScreen);
+        k.focus->setFocus();
+        settle();
+        pressFocused(k.key, k.mods);
+        settle();
+        EXPECT_EQ(boxes.seen(), QStringList{k.box});
+        EXPECT_TRUE(s.isVisible());
+    }
+}
+
+// An error raised in a handler becomes the data layer's message; the screen
+// stays open and goes on working.
+TEST(TemplateScreen, AnErrorInAHandlerIsShownAndTheScreenStays) {
+    TestScreen s("Jc_Test_Frm");
+    int calls = 0;
+    s.Handle(s.ok, &QPushButton::clicked, [&calls] {
+        if (++calls == 1) throw EDatabaseError(QStringLiteral("ORA-00942: table or view does not exist"));
+    });
+    showActive(&s);
+    {
+        RealMessageBoxes boxes;
+        boxes.expect(QStringLiteral("ORA-00942: table or view does not exist"));
+        click(&s, "Bbtn_Qr");
+    }
+    EXPECT_TRUE(s.isVisible());
+    ScriptedMessages none;
+    click(&s, "Bbtn_Qr");
+    EXPECT_EQ(calls, 2);
+    EXPECT_TRUE(none.texts().isEmpty());
 }
 
 TEST(TemplateScreen, ShippedHelpOpensInAViewerAtTheTopic) {

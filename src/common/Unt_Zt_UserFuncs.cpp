@@ -3,11 +3,20 @@
 #include <QByteArray>
 #include <cmath>
 
+#include "data/Connection.h"
+
 namespace {
 
 TWorkflowEntries& entries() {
     static TWorkflowEntries e{&getsysdate, &tryfristywx, &fristywx, &lcsend, &SendGzdMess};
     return e;
+}
+
+// The engine runs on `Shdl` too; a connection the host opened itself is
+// prepared before the engine reads the database clock through it.
+const TWorkflowEntries& calls() {
+    tarvin::db::prepareConnection();
+    return entries();
 }
 
 const QDate kEpoch(1899, 12, 30);
@@ -38,7 +47,7 @@ QDateTime TDateTimeToDateTime(TDateTime value) {
     return QDateTime(kEpoch.addDays(qint64(whole)), QTime(0, 0)).addMSecs(ms);
 }
 
-QDateTime WfGetSysDate() { return TDateTimeToDateTime(entries().getsysdate()); }
+QDateTime WfGetSysDate() { return TDateTimeToDateTime(calls().getsysdate()); }
 
 namespace {
 
@@ -56,18 +65,18 @@ int start(fristywx_fn fn, const QString& cdbh, const QString& ywdm, const QStrin
 int WfTryFristYwx(const QString& cdbh, const QString& ywdm, const QString& ywxdm, const QString& dw,
                   const QString& hh, const QString& yxj, const QString& czydm, const QDateTime& kssj,
                   const QString& hm, const QString& yddz) {
-    return start(entries().tryfristywx, cdbh, ywdm, ywxdm, dw, hh, yxj, czydm, kssj, hm, yddz);
+    return start(calls().tryfristywx, cdbh, ywdm, ywxdm, dw, hh, yxj, czydm, kssj, hm, yddz);
 }
 
 int WfFristYwx(const QString& cdbh, const QString& ywdm, const QString& ywxdm, const QString& dw,
                const QString& hh, const QString& yxj, const QString& czydm, const QDateTime& kssj,
                const QString& hm, const QString& yddz) {
-    return start(entries().fristywx, cdbh, ywdm, ywxdm, dw, hh, yxj, czydm, kssj, hm, yddz);
+    return start(calls().fristywx, cdbh, ywdm, ywxdm, dw, hh, yxj, czydm, kssj, hm, yddz);
 }
 
 int WfLcSend(const QString& cdbh, const QString& ywxdm, const QDateTime& fssj, const QString& czydm) {
-    return entries().lcsend(cdbh.toUtf8().constData(), ywxdm.toUtf8().constData(), DateTimeToTDateTime(fssj),
+    return calls().lcsend(cdbh.toUtf8().constData(), ywxdm.toUtf8().constData(), DateTimeToTDateTime(fssj),
                             czydm.toUtf8().constData(), 0);
 }
 
-int WfSendGzdMess(const QString& cdbh) { return entries().SendGzdMess(cdbh.toUtf8().constData()); }
+int WfSendGzdMess(const QString& cdbh) { return calls().SendGzdMess(cdbh.toUtf8().constData()); }

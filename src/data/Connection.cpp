@@ -92,8 +92,6 @@ QSqlDatabase openConnection(const QString& url, const QString& connectionName) {
     if (u.dialect == Dialect::SQLite) {
         db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connectionName);
         db.setDatabaseName(u.path);
-        // Several operators' processes may share one file: wait for locks.
-        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=30000"));
     } else {
         db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), connectionName);
         db.setHostName(u.host);
@@ -109,21 +107,39 @@ QSqlDatabase openConnection(const QString& url, const QString& connectionName) {
         QSqlDatabase::removeDatabase(connectionName);
         throw EDatabaseError(QStringLiteral("cannot open %1: %2").arg(u.toString(), err));
     }
-    db.setNumericalPrecisionPolicy(QSql::LowPrecisionDouble);
     if (u.dialect == Dialect::SQLite) {
         sqlite3* h = sqliteHandle(db);
         if (!h) throw EDatabaseError(QStringLiteral("SQLite driver gives no handle"));
-        tarvin::sqlite::registerRoutines(h);
-        // Oracle's LIKE is case-sensitive; WAL lets readers work beside a writer.
-        execOrThrow(db, QStringLiteral("PRAGMA case_sensitive_like=ON"));
+        prepareConnection(db);
+        // WAL lets readers work beside a writer.
         if (u.path != QLatin1String(":memory:")) execOrThrow(db, QStringLiteral("PRAGMA journal_mode=WAL"));
         execOrThrow(db, QStringLiteral("PRAGMA synchronous=NORMAL"));
     } else {
+        db.setNumericalPrecisionPolicy(QSql::LowPrecisionDouble);
         execOrThrow(db, QStringLiteral("SET client_encoding TO 'UTF8'"));
         execOrThrow(db, QStringLiteral("SET standard_conforming_strings TO on"));
         execOrThrow(db, QStringLiteral("SET client_min_messages TO warning"));
     }
     return db;
+}
+
+void prepareConnection(const QSqlDatabase& db) {
+    if (!db.isOpen() || dialectOf(db) != Dialect::SQLite) return;
+    sqlite3* h = sqliteHandle(db);
+    // The routines' state lives until the handle closes, so a handle that
+    // has it has been prepared.
+    if (!h || tarvin::sqlite::hasRoutines(h)) return;
+    QSqlDatabase shared = db;  // the same connection: settings apply to it
+    shared.setNumericalPrecisionPolicy(QSql::LowPrecisionDouble);
+    // Several operators' processes may share one file: wait for their locks.
+    sqlite3_busy_timeout(h, 30000);
+    execOrThrow(shared, QStringLiteral("PRAGMA case_sensitive_like=ON"));
+    tarvin::sqlite::registerRoutines(h);
+}
+
+void prepareConnection(const QString& connectionName) {
+    if (!QSqlDatabase::contains(connectionName)) return;
+    prepareConnection(QSqlDatabase::database(connectionName, false));
 }
 
 void closeConnection(const QString& connectionName) {
@@ -139,6 +155,7 @@ void setFixedClock(const QString& connectionName, const QDateTime& at) {
     QSqlDatabase db = QSqlDatabase::database(connectionName, false);
     if (!db.isOpen()) throw EDatabaseError(QStringLiteral("connection %1 is not open").arg(connectionName));
     if (dialectOf(db) == Dialect::SQLite) {
+        prepareConnection(db);
         tarvin::sqlite::setFixedClock(sqliteHandle(db), at);
         return;
     }

@@ -1,6 +1,7 @@
 // Opening the database behind the `Shdl` connection. The module itself never
-// opens a connection: the host and the tools do, through here, so that every
-// connection gets the same preparation (SQLite routines, pragmas, clock).
+// opens a connection: the host and the tools do, through here, or a host
+// opens it with plain Qt calls; either way the connection gets the same
+// preparation (SQLite routines, pragmas, clock) before the module uses it.
 #pragma once
 
 #include <QSqlDatabase>
@@ -31,6 +32,15 @@ struct DatabaseUrl {
 QSqlDatabase openConnection(const QString& url,
                             const QString& connectionName = QStringLiteral("Shdl"));
 void closeConnection(const QString& connectionName = QStringLiteral("Shdl"));
+
+// Prepares an open connection that someone else opened as openConnection
+// prepares its own: on SQLite the routines (numbering, sysdate, ...),
+// Oracle's case-sensitive LIKE and a wait for other operators' locks; the
+// data layer calls it at a connection's first use. Idempotent and cheap
+// after the first call. On PostgreSQL the schema carries the routines and
+// nothing is needed. Throws EDatabaseError when a setting cannot be made.
+void prepareConnection(const QSqlDatabase& db);
+void prepareConnection(const QString& connectionName = QStringLiteral("Shdl"));
 
 tarvin::sql::Dialect dialectOf(const QSqlDatabase& db);
 

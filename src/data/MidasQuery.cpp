@@ -282,6 +282,8 @@ QSqlDatabase TCustomMidasDataBase::Database() const {
     QSqlDatabase db = QSqlDatabase::database(name_, false);
     if (!db.isOpen())
         throw EDatabaseError(QStringLiteral("The database connection '%1' is not open").arg(name_));
+    // A connection the host opened with plain Qt calls gets what ours get.
+    tarvin::db::prepareConnection(db);
     return db;
 }
 
@@ -979,4 +981,25 @@ int TMidasQuery::ApplyUpdates(int maxErrors) {
             }
     }
     return errors;
+}
+
+void PrepareSql(TMidasQuery* query, const QString& text, TSqlParams params) {
+    query->Close();
+    query->SQL().SetText(text);
+    for (const auto& [name, value] : params) {
+        TParam& p = query->ParamByName(QLatin1String(name));
+        // The type follows the value given now, not one bound before.
+        p.DataType = ftUnknown;
+        p.SetValue(value);
+    }
+}
+
+void OpenSql(TMidasQuery* query, const QString& text, TSqlParams params) {
+    PrepareSql(query, text, params);
+    query->Open();
+}
+
+void ExecSql(TMidasQuery* query, const QString& text, TSqlParams params) {
+    PrepareSql(query, text, params);
+    query->ExecSQL();
 }

@@ -10,8 +10,10 @@
 #include <QStringList>
 #include <QVariant>
 #include <QVector>
+#include <initializer_list>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 
 #include "SqlDialect.h"
 
@@ -275,3 +277,14 @@ private:
     int rowsAffected_ = 0;
     QString lastEngineSql_;
 };
+
+// The fixed order in which screens run a text: close the query, replace its
+// text, bind the parameters by name, then open it (OpenSql) or execute it
+// (ExecSql). A value's type is the parameter's type: a QString binds as
+// text, a QDate as a date, an int as an integer, a null QVariant as null.
+using TSqlParams = std::initializer_list<std::pair<const char*, QVariant>>;
+void OpenSql(TMidasQuery* query, const QString& text, TSqlParams params = {});
+void ExecSql(TMidasQuery* query, const QString& text, TSqlParams params = {});
+// Closes, replaces the text and binds, without running: for a caller that
+// sets more parameters itself before it opens.
+void PrepareSql(TMidasQuery* query, const QString& text, TSqlParams params = {});

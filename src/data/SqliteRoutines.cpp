@@ -666,6 +666,11 @@ void registerRoutines(sqlite3* db) {
         check(db, sqlite3_create_function_v2(db, f.name, f.args, f.flags, f.data, f.fn, nullptr, nullptr, nullptr), f.name);
 }
 
+bool hasRoutines(sqlite3* db) {
+    std::lock_guard lock(stateMutex());
+    return states().count(db) != 0;
+}
+
 void setFixedClock(sqlite3* db, const QDateTime& at) {
     if (!db) return;
     {

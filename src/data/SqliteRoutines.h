@@ -10,6 +10,8 @@ namespace tarvin::sqlite {
 // Registers every routine (numbering, Yk_UndoYysq, jc_pjdlbd, jc_jlyctbjl,
 // to_char, to_date, tarvin_sysdate, ...) on the handle. Idempotent.
 void registerRoutines(sqlite3* db);
+// Whether the routines are registered on this handle (until it closes).
+bool hasRoutines(sqlite3* db);
 
 // Fixes the clock that tarvin_sysdate() reads on this handle; an invalid
 // date-time returns to the real local time.

@@ -2,6 +2,7 @@
 
 #include "HelpSystem.h"
 #include "MessageService.h"
+#include "data/MidasQuery.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -76,7 +77,37 @@ void TZt_Template_Frm::showEvent(QShowEvent* event) {
     for (QPushButton* b : findChildren<QPushButton*>())
         if (!b->isDefault()) b->setAutoDefault(false);
     QDialog::showEvent(event);
-    FormShow();
+    Guard([this] { FormShow(); });
+}
+
+bool TZt_Template_Frm::Guard(const std::function<void()>& handler) {
+    TCustomMidasDataBase& shdl = TCustomMidasDataBase::ByName();
+    bool ownTransaction = false;
+    try {
+        ownTransaction = !shdl.InTransaction();
+    } catch (const std::exception&) {
+    }
+    QString text;
+    try {
+        handler();
+        return true;
+    } catch (const EDatabaseError& e) {
+        text = e.message();
+    } catch (const std::exception& e) {
+        text = QString::fromUtf8(e.what());
+    } catch (...) {
+        text = QStringLiteral("未知错误");
+    }
+    // Half a change is not left for a later commit on the connection to
+    // pick up.
+    try {
+        if (ownTransaction && shdl.InTransaction()) shdl.Rollback();
+    } catch (const std::exception& e) {
+        text += QLatin1Char('\n') + QString::fromUtf8(e.what());
+    }
+    while (QApplication::overrideCursor()) QApplication::restoreOverrideCursor();
+    tarvin::MessageService::show(text, QStringLiteral("系统提示"), QMessageBox::Critical, QMessageBox::Ok, this);
+    return false;
 }
 
 void TZt_Template_Frm::FormShow() {
@@ -91,17 +122,31 @@ void TZt_Template_Frm::FormShow() {
 }
 
 bool TZt_Template_Frm::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyRelease && handlingKey_ == 0) keyInHand_ = nullptr;
     if (event->type() != QEvent::KeyPress || !keyPreview_) return false;
     auto* control = qobject_cast<QWidget*>(watched);
     if (!control || control->window() != this || !isVisible()) return false;
+    // The same press travelling on to a parent: handled where it arrived.
+    auto* key = static_cast<QKeyEvent*>(event);
+    // The address alone is not enough: a later press may reuse it (a
+    // modifier's press before the key's, without a release between).
+    if (event == keyInHand_ && key->key() == keyInHandCode_ && key->timestamp() == keyInHandTime_) return false;
     // A key ignored by a control travels on to its parents; act once, where
     // it first arrives.
     QWidget* focus = QApplication::focusWidget();
     if (focus ? control != focus : control != this) return false;
-    auto* key = static_cast<QKeyEvent*>(event);
-    const bool down = FormKeyDown(control, key);
-    const bool press = FormKeyPress(control, key);
-    return down || press;
+    keyInHand_ = event;
+    keyInHandCode_ = key->key();
+    keyInHandTime_ = key->timestamp();
+    bool swallow = false;
+    ++handlingKey_;
+    Guard([&] {
+        const bool down = FormKeyDown(control, key);
+        const bool press = FormKeyPress(control, key);
+        swallow = down || press;
+    });
+    --handlingKey_;
+    return swallow;
 }
 
 bool TZt_Template_Frm::FormKeyDown(QWidget*, QKeyEvent* event) {

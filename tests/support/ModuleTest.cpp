@@ -6,7 +6,7 @@
 namespace tarvin::test {
 
 void ModuleTest::SetUp() {
-    db = std::make_unique<TestDatabase>(GetParam().dialect);
+    db = databaseFor(GetParam());
     CreateDataModules();
     savedGdw_ = Gdw;
     Gdw = QStringLiteral("01");

@@ -30,6 +30,52 @@ QStringList ScriptedMessages::texts() const {
     return out;
 }
 
+RealMessageBoxes::RealMessageBoxes() : timer_(std::make_unique<QTimer>()) {
+    previous_ = tarvin::MessageService::setHandler({});
+    timer_->setInterval(5);
+    QObject::connect(timer_.get(), &QTimer::timeout, [this] { pump(); });
+    timer_->start();
+}
+
+RealMessageBoxes::~RealMessageBoxes() {
+    timer_->stop();
+    tarvin::MessageService::setHandler(std::move(previous_));
+    for (const Step& step : steps_) ADD_FAILURE() << "no box came for: " << step.text.toStdString();
+}
+
+RealMessageBoxes& RealMessageBoxes::expect(const QString& text, QMessageBox::StandardButton answer,
+                                           Meanwhile meanwhile) {
+    steps_.push_back({text, answer, std::move(meanwhile)});
+    return *this;
+}
+
+void RealMessageBoxes::pump() {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (!box || !box->isVisible() || answered_.contains(box)) return;
+    answered_ << box;
+    seen_ << box->text();
+    QAbstractButton* button = nullptr;
+    if (steps_.empty() || steps_.front().text != box->text()) {
+        ADD_FAILURE() << "a box no step expected: " << box->text().toStdString()
+                      << (steps_.empty() ? std::string() : " (expected: " + steps_.front().text.toStdString() + ")");
+        button = box->escapeButton() ? box->escapeButton() : box->buttons().value(0);
+    } else {
+        Step step = steps_.front();
+        steps_.pop_front();
+        if (step.meanwhile) step.meanwhile(box);
+        button = box->button(step.answer);
+        EXPECT_NE(button, nullptr) << box->text().toStdString() << " has no such button";
+    }
+    // The window under the box becomes active again once it closes, as a
+    // window manager makes it (the offscreen platform has none).
+    QPointer<QWidget> under = box->parentWidget() ? box->parentWidget()->window() : nullptr;
+    if (button) QTest::mouseClick(button, Qt::LeftButton);
+    if (under && under->isVisible()) {
+        under->activateWindow();
+        QApplication::setActiveWindow(under);
+    }
+}
+
 void settle() {
     for (int i = 0; i < 3; ++i) QCoreApplication::processEvents();
 }
@@ -53,6 +99,12 @@ void click(QObject* root, const QString& name) {
 void press(QWidget* target, Qt::Key key, Qt::KeyboardModifiers mods) {
     QTest::keyClick(target, key, mods);
     settle();
+}
+
+void pressFocused(Qt::Key key, Qt::KeyboardModifiers mods) {
+    QWidget* focus = QApplication::focusWidget();
+    EXPECT_NE(focus, nullptr) << "no control has the focus";
+    if (focus) press(focus, key, mods);
 }
 
 void type(QWidget* target, const QString& text) {

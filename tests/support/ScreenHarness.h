@@ -5,9 +5,11 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QStringList>
+#include <QTimer>
 #include <QWidget>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <gtest/gtest.h>
 
 #include "frame/MessageService.h"
@@ -33,6 +35,36 @@ private:
     tarvin::MessageService::Handler previous_;
 };
 
+// The real boxes instead of the script: each QMessageBox shows modally and
+// a pump answers it as a person would, by clicking the button the next
+// expected step names once the box is up. A box no step expected is a
+// failure (it is closed with its escape button so the test goes on), and
+// so is a step still waiting when this goes out of scope.
+class RealMessageBoxes {
+public:
+    // `meanwhile` runs while the box is up, before the answer (a window
+    // manager moving the focus, say).
+    using Meanwhile = std::function<void(QMessageBox*)>;
+    RealMessageBoxes();
+    ~RealMessageBoxes();
+    RealMessageBoxes& expect(const QString& text, QMessageBox::StandardButton answer = QMessageBox::Ok,
+                             Meanwhile meanwhile = {});
+    QStringList seen() const { return seen_; }
+
+private:
+    void pump();
+    struct Step {
+        QString text;
+        QMessageBox::StandardButton answer;
+        Meanwhile meanwhile;
+    };
+    std::deque<Step> steps_;
+    QStringList seen_;
+    QList<QPointer<QMessageBox>> answered_;
+    std::unique_ptr<QTimer> timer_;
+    tarvin::MessageService::Handler previous_;
+};
+
 // The child of `root` with this object name; fails the test when missing.
 template <class T = QWidget>
 T* find(QObject* root, const QString& name) {
@@ -47,6 +79,8 @@ void showActive(QWidget* window);
 void settle();
 void click(QObject* root, const QString& name);
 void press(QWidget* target, Qt::Key key, Qt::KeyboardModifiers mods = Qt::NoModifier);
+// A key as a person presses it: to the control that has the focus.
+void pressFocused(Qt::Key key, Qt::KeyboardModifiers mods = Qt::NoModifier);
 void type(QWidget* target, const QString& text);
 
 // Saves a PNG of the widget as DIR/NAME.png when TARVIN_SCREENSHOT_DIR is

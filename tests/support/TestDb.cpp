@@ -27,6 +27,19 @@ std::vector<Engine> engines() {
     return out;
 }
 
+std::vector<Engine> enginesAndOpeners() {
+    std::vector<Engine> out = engines();
+    const size_t n = out.size();
+    for (size_t i = 0; i < n; ++i) out.push_back({out[i].dialect, out[i].name + "_PlainQt", true});
+    return out;
+}
+
+std::unique_ptr<TestDatabase> databaseFor(const Engine& engine) {
+    auto db = std::make_unique<TestDatabase>(engine.dialect);
+    if (engine.plainQt) db->reopenWithPlainQt();
+    return db;
+}
+
 std::string engineName(const ::testing::TestParamInfo<Engine>& info) { return info.param.name; }
 
 static QString scratchDir() {
@@ -71,6 +84,24 @@ TestDatabase::~TestDatabase() {
     tarvin::db::closeConnection(connection_);
     if (!path_.isEmpty()) QFile::remove(path_);
     if (!dbName_.isEmpty()) runAdmin(QStringLiteral("DROP DATABASE IF EXISTS ") + dbName_ + QStringLiteral(" WITH (FORCE)"));
+}
+
+void TestDatabase::reopenWithPlainQt() {
+    tarvin::db::closeConnection(connection_);
+    QSqlDatabase d;
+    if (dialect_ == Dialect::SQLite) {
+        d = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection_);
+        d.setDatabaseName(path_);
+    } else {
+        const auto u = tarvin::db::DatabaseUrl::parse(url_);
+        d = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), connection_);
+        d.setHostName(u.host);
+        d.setPort(u.port);
+        d.setUserName(u.user);
+        d.setPassword(u.password);
+        d.setDatabaseName(u.database);
+    }
+    if (!d.open()) ADD_FAILURE() << "plain Qt open: " << d.lastError().text().toStdString();
 }
 
 QSqlDatabase TestDatabase::db() const { return QSqlDatabase::database(connection_, false); }

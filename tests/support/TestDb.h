@@ -6,6 +6,7 @@
 #include <QString>
 #include <QVariant>
 #include <gtest/gtest.h>
+#include <memory>
 #include <vector>
 
 #include "data/SqlDialect.h"
@@ -20,13 +21,17 @@ namespace tarvin::test {
 
 struct Engine {
     tarvin::sql::Dialect dialect;
-    std::string name;  // "SQLite", "PostgreSQL"
+    std::string name;  // "SQLite", "PostgreSQL", "SQLite_PlainQt", ...
+    // `Shdl` opened with plain Qt calls, as a host of its own opens it.
+    bool plainQt = false;
 };
 inline void PrintTo(const Engine& e, std::ostream* os) { *os << e.name; }
 
 // SQLite always; PostgreSQL when TARVIN_TEST_PG_URL is set. With
 // TARVIN_REQUIRE_PG=1 a missing server fails the run instead of skipping.
 std::vector<Engine> engines();
+// Each engine twice: `Shdl` from our opener and from plain Qt calls.
+std::vector<Engine> enginesAndOpeners();
 
 // A fresh database opened under `connection`; removed when destroyed.
 class TestDatabase {
@@ -40,6 +45,9 @@ public:
     QString url() const { return url_; }
     QString connectionName() const { return connection_; }
     QSqlDatabase db() const;
+    // Closes the connection and opens it again with plain Qt calls only, as
+    // a host that knows nothing of the module's opener does.
+    void reopenWithPlainQt();
     tarvin::sql::Dialect dialect() const { return dialect_; }
     // Runs engine-native SQL; fails the test with the driver's message.
     void exec(const QString& nativeSql, const QVariantList& binds = {});
@@ -62,9 +70,18 @@ protected:
 
 std::string engineName(const ::testing::TestParamInfo<Engine>& info);
 
+// A screen test's database for the engine under test: our opener, or plain
+// Qt calls for the engines that say so.
+std::unique_ptr<TestDatabase> databaseFor(const Engine& engine);
+
 }  // namespace tarvin::test
 
 #define TARVIN_INSTANTIATE_ENGINES(Suite)                                                   \
     INSTANTIATE_TEST_SUITE_P(Engines, Suite, ::testing::ValuesIn(::tarvin::test::engines()), \
                              ::tarvin::test::engineName);                                  \
+    GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(Suite)
+
+#define TARVIN_INSTANTIATE_ENGINES_AND_OPENERS(Suite)                                                 \
+    INSTANTIATE_TEST_SUITE_P(Engines, Suite, ::testing::ValuesIn(::tarvin::test::enginesAndOpeners()), \
+                             ::tarvin::test::engineName);                                            \
     GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(Suite)

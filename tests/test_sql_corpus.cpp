@@ -8,25 +8,12 @@
 // or ExecSQL, inside a transaction that is rolled back afterwards, so every
 // entry sees the same fixture. One test case per engine and area; a failing
 // case lists the entries that failed ("[ failing ] id").
-#include <QDate>
-#include <QDateTime>
-#include <QDir>
-#include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QRegularExpression>
 #include <QSet>
-#include <QSqlError>
-#include <QSqlQuery>
 #include <algorithm>
-#include <cmath>
 #include <iostream>
 #include <map>
 
-#include "data/Connection.h"
-#include "data/MidasQuery.h"
-#include "Schema.h"
 #include "Corpus.h"
 #include "TestDb.h"
 
@@ -35,8 +22,6 @@ using tarvin::test::TestDatabase;
 using namespace tarvin::test::corpus;
 
 namespace {
-
-const QDateTime kClock(QDate(2024, 4, 15), QTime(10, 0, 0));
 
 std::string show(const QString& s) { return s.toStdString(); }
 
@@ -186,18 +171,8 @@ TEST_P(Texts, Run) {
     const Corpus& c = corpus();
     const QString section = std::get<1>(GetParam());
     TestDatabase db(std::get<0>(GetParam()).dialect);
-    {
-        QFile f(corpusDir() + QStringLiteral("/fixture.sql"));
-        ASSERT_TRUE(f.open(QIODevice::ReadOnly)) << show(f.fileName());
-        QSqlDatabase sdb = db.db();
-        ASSERT_TRUE(sdb.transaction());
-        for (const QString& s : tarvin::db::splitStatements(QString::fromUtf8(f.readAll()))) {
-            QSqlQuery q(sdb);
-            ASSERT_TRUE(q.exec(s)) << "fixture: " << show(q.lastError().text()) << "\n" << show(s);
-        }
-        ASSERT_TRUE(sdb.commit());
-        tarvin::db::setFixedClock(db.connectionName(), kClock);
-    }
+    loadFixture(db);
+    if (HasFatalFailure()) return;
     const ::testing::TestResult& result = *::testing::UnitTest::GetInstance()->current_test_info()->result();
     QStringList failing;
     int ran = 0;

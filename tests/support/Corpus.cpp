@@ -3,7 +3,13 @@
 #include <QDir>
 #include <QFile>
 #include <QJsonDocument>
+#include <QSqlError>
+#include <QSqlQuery>
 #include <gtest/gtest.h>
+
+#include "data/Connection.h"
+#include "Schema.h"
+#include "TestDb.h"
 
 namespace tarvin::test::corpus {
 
@@ -75,6 +81,27 @@ const Corpus& corpus() {
         return c;
     }();
     return c;
+}
+
+const Entry& entry(const QString& id) {
+    for (const Entry& e : corpus().entries)
+        if (e.id == id) return e;
+    ADD_FAILURE() << "no corpus entry " << show(id);
+    static const Entry none;
+    return none;
+}
+
+void loadFixture(TestDatabase& db) {
+    QFile f(corpusDir() + QStringLiteral("/fixture.sql"));
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly)) << show(f.fileName());
+    QSqlDatabase sdb = db.db();
+    ASSERT_TRUE(sdb.transaction());
+    for (const QString& s : tarvin::db::splitStatements(QString::fromUtf8(f.readAll()))) {
+        QSqlQuery q(sdb);
+        ASSERT_TRUE(q.exec(s)) << "fixture: " << show(q.lastError().text()) << "\n" << show(s);
+    }
+    ASSERT_TRUE(sdb.commit());
+    tarvin::db::setFixedClock(db.connectionName(), QDateTime(QDate(2024, 4, 15), QTime(10, 0)));
 }
 
 void bind(TMidasQuery& q, const Param& p) {

@@ -15,6 +15,10 @@
 
 #include "data/MidasQuery.h"
 
+namespace tarvin::test {
+class TestDatabase;
+}
+
 namespace tarvin::test::corpus {
 
 struct Param {
@@ -65,6 +69,10 @@ QStringList readStrings(const QJsonArray& a);
 QString corpusDir();
 // Every entry of every corpus file, read once.
 const Corpus& corpus();
+// The entry with this id; an empty one, and a test failure, when there is none.
+const Entry& entry(const QString& id);
+// The rows of tests/corpus/fixture.sql, committed, and the corpus's clock.
+void loadFixture(TestDatabase& db);
 // Binds one parameter with the screen's type ("string", "integer", "float",
 // "date", "datetime"; "missing": the name is not in the text, and binding
 // it must be refused).

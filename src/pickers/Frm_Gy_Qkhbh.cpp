@@ -1,19 +1,12 @@
 #include "Frm_Gy_Qkhbh.h"
 
+#include "ui_Frm_Gy_Qkhbh.h"
+
 #include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QGridLayout>
-#include <QGroupBox>
-#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QTableView>
 #include <QTimer>
-#include <QVBoxLayout>
-#include <functional>
 
 #include "data/DataModules.h"
 #include "frame/DataSetModel.h"
@@ -29,18 +22,6 @@ namespace {
 
 // More rows than this are not listed: the user is asked to narrow the search.
 constexpr qint64 kMaxListed = 1000;
-
-// A combo that tells its screen just before the list drops down, so the
-// list can be read from the database the first time it is needed.
-class TDropDownComboBox : public QComboBox {
-public:
-    using QComboBox::QComboBox;
-    std::function<void()> OnDropDown;
-    void showPopup() override {
-        if (OnDropDown) OnDropDown();
-        QComboBox::showPopup();
-    }
-};
 
 struct WaitCursor {
     WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
@@ -60,127 +41,59 @@ bool isEnter(const QKeyEvent* key) {
 
 TGy_Qkhbh_Frm::TGy_Qkhbh_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     setObjectName(u"Gy_Qkhbh_Frm"_s);
-    setWindowTitle(u"查询客户编号"_s);
-
-    auto* criteria = new QGroupBox(this);
-    criteria->setObjectName(u"Gb_Cxtj"_s);
-    auto* grid = new QGridLayout(criteria);
-    grid->setHorizontalSpacing(8);
-    grid->setVerticalSpacing(6);
-    int row = 0;
-    int column = 0;
-    // Criteria in two columns of five, each a box and the input it enables;
-    // the tab order runs box, input, next box.
-    QWidget* previous = nullptr;
-    const auto place = [&](QCheckBox* box, QWidget* input) {
-        input->setEnabled(false);
-        // Left-aligned, so the box is only as wide as its caption.
-        grid->addWidget(box, row, column * 2, Qt::AlignLeft | Qt::AlignVCenter);
-        grid->addWidget(input, row, column * 2 + 1);
-        if (previous) setTabOrder(previous, box);
-        setTabOrder(box, input);
-        previous = input;
-        if (++row == 5) {
-            row = 0;
-            ++column;
-        }
-    };
-    const auto check = [this](const char* name, const QString& caption) {
-        return NewControl<QCheckBox>(this, name, caption);
-    };
-    const auto edit = [this](const char* name) { return NewControl<QLineEdit>(this, name); };
-    const auto combo = [this](const char* name) {
-        auto* c = NewControl<TDropDownComboBox>(this, name);
-        // Names can be typed as well as chosen; a typed name is never added
-        // to the list.
-        c->setEditable(true);
-        c->setInsertPolicy(QComboBox::NoInsert);
-        c->setCurrentIndex(-1);
-        return c;
-    };
-
-    Ckb_Hh = check("Ckb_Hh", u"户号"_s);
-    Edt_Hh = edit("Edt_Hh");
-    place(Ckb_Hh, Edt_Hh);
-    Ckb_hm = check("Ckb_hm", u"户名"_s);
-    Edt_hm = edit("Edt_hm");
-    place(Ckb_hm, Edt_hm);
-    CkB_sfz = check("CkB_sfz", u"身份证"_s);
-    Edt_sfz = edit("Edt_sfz");
-    place(CkB_sfz, Edt_sfz);
-    Ckb_yddz = check("Ckb_yddz", u"用电地址"_s);
-    Edt_yddz = edit("Edt_yddz");
-    place(Ckb_yddz, Edt_yddz);
-    Ckb_ccbh = check("Ckb_ccbh", u"电能表出厂号"_s);
-    Edt_dnbcch = edit("Edt_dnbcch");
-    place(Ckb_ccbh, Edt_dnbcch);
-    Ckb_dah = check("Ckb_dah", u"原户号"_s);
-    Edt_dah = edit("Edt_dah");
-    place(Ckb_dah, Edt_dah);
-    Ckb_cbc = check("Ckb_cbc", u"抄表册"_s);
-    Edt_cbc = edit("Edt_cbc");
-    place(Ckb_cbc, Edt_cbc);
-    Ckb_khlx = check("Ckb_khlx", u"客户类型"_s);
-    auto* khlx = combo("Cob_khlx");
-    Cob_khlx = khlx;
-    place(Ckb_khlx, Cob_khlx);
-    Ckb_dzm = check("Ckb_dzm", u"地 址 码"_s);
-    Edt_Dzm = edit("Edt_Dzm");
-    place(Ckb_dzm, Edt_Dzm);
-    Ckb_zfdffs = check("Ckb_zfdffs", u"付款方式"_s);
-    auto* zfdffs = combo("Cob_zfdffs");
-    Cob_zfdffs = zfdffs;
-    place(Ckb_zfdffs, Cob_zfdffs);
-    grid->setColumnStretch(1, 1);
-    grid->setColumnStretch(3, 1);
-
-    Bbtn_Cx = NewControl<QPushButton>(this, "Bbtn_Cx", u"查询(&R)"_s);
-    Bbtn_Qr = NewControl<QPushButton>(this, "Bbtn_Qr", u"确认(&O)"_s);
-    Bbtn_Quit = NewControl<QPushButton>(this, "Bbtn_Quit", u"取消"_s);
+    Ui::Gy_Qkhbh_Frm ui;
+    ui.setupUi(this);
+    Ckb_Hh = ui.Ckb_Hh;
+    Edt_Hh = ui.Edt_Hh;
+    Ckb_hm = ui.Ckb_hm;
+    Edt_hm = ui.Edt_hm;
+    CkB_sfz = ui.CkB_sfz;
+    Edt_sfz = ui.Edt_sfz;
+    Ckb_yddz = ui.Ckb_yddz;
+    Edt_yddz = ui.Edt_yddz;
+    Ckb_ccbh = ui.Ckb_ccbh;
+    Edt_dnbcch = ui.Edt_dnbcch;
+    Ckb_dah = ui.Ckb_dah;
+    Edt_dah = ui.Edt_dah;
+    Ckb_cbc = ui.Ckb_cbc;
+    Edt_cbc = ui.Edt_cbc;
+    Ckb_khlx = ui.Ckb_khlx;
+    Cob_khlx = ui.Cob_khlx;
+    Ckb_dzm = ui.Ckb_dzm;
+    Edt_Dzm = ui.Edt_Dzm;
+    Ckb_zfdffs = ui.Ckb_zfdffs;
+    Cob_zfdffs = ui.Cob_zfdffs;
+    Bbtn_Cx = ui.Bbtn_Cx;
+    Bbtn_Qr = ui.Bbtn_Qr;
+    Bbtn_Quit = ui.Bbtn_Quit;
     SetCancelButton(Bbtn_Quit);
-    setTabOrder(previous, Bbtn_Cx);
-    setTabOrder(Bbtn_Cx, Bbtn_Qr);
-    setTabOrder(Bbtn_Qr, Bbtn_Quit);
 
     Dbg_Fkhbh = NewRowGrid(this, "Dbg_Fkhbh");
     Dbg_Fkhbh->verticalHeader()->hide();
     Dbg_Fkhbh->horizontalHeader()->setStretchLastSection(true);
     Dbg_Fkhbh->setAlternatingRowColors(true);
+    ui.Lay_Fkhbh->addWidget(Dbg_Fkhbh);
     setTabOrder(Bbtn_Quit, Dbg_Fkhbh);
     grid_ = new TDBGridBinding(Dbg_Fkhbh, Khcx().Mqry_Fkhbh, this);
     grid_->Model()->SetReadOnly(true);
     grid_->Model()->SetColumns({{u"HH"_s, u"客户编号"_s, 96}, {u"HM"_s, u"户名"_s, 180}, {u"YDDZ"_s, u"用电地址"_s, -1}});
 
-    auto* buttons = new QVBoxLayout;
-    buttons->addWidget(Bbtn_Cx);
-    buttons->addWidget(Bbtn_Qr);
-    buttons->addWidget(Bbtn_Quit);
-    buttons->addStretch();
-    auto* top = new QHBoxLayout;
-    top->addWidget(criteria, 1);
-    top->addLayout(buttons);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(10, 8, 10, 10);
-    layout->addLayout(top);
-    layout->addWidget(Dbg_Fkhbh, 1);
-    resize(640, 460);
-
-    connect(Ckb_Hh, &QCheckBox::clicked, this, &TGy_Qkhbh_Frm::Ckb_HhClick);
-    connect(Ckb_hm, &QCheckBox::clicked, this, &TGy_Qkhbh_Frm::Ckb_hmClick);
-    connect(CkB_sfz, &QCheckBox::clicked, this, &TGy_Qkhbh_Frm::CkB_sfzClick);
-    connect(Ckb_yddz, &QCheckBox::clicked, this, &TGy_Qkhbh_Frm::Ckb_yddzClick);
-    connect(Ckb_ccbh, &QCheckBox::clicked, this, &TGy_Qkhbh_Frm::Ckb_ccbhClick);
-    connect(Ckb_dah, &QCheckBox::clicked, this, &TGy_Qkhbh_Frm::Ckb_dahClick);
-    connect(Ckb_cbc, &QCheckBox::clicked, this, &TGy_Qkhbh_Frm::Ckb_cbcClick);
-    connect(Ckb_khlx, &QCheckBox::clicked, this, &TGy_Qkhbh_Frm::Ckb_khlxClick);
-    connect(Ckb_dzm, &QCheckBox::clicked, this, &TGy_Qkhbh_Frm::Ckb_dzmClick);
-    connect(Ckb_zfdffs, &QCheckBox::clicked, this, &TGy_Qkhbh_Frm::Ckb_zfdffsClick);
-    khlx->OnDropDown = [this] { Cob_khlxDropDown(); };
-    zfdffs->OnDropDown = [this] { Cob_zfdffsDropDown(); };
-    connect(Dbg_Fkhbh, &QTableView::doubleClicked, this, &TGy_Qkhbh_Frm::Dbg_FkhbhDblClick);
-    connect(Bbtn_Cx, &QPushButton::clicked, this, &TGy_Qkhbh_Frm::Bbtn_CxClick);
-    connect(Bbtn_Qr, &QPushButton::clicked, this, &TGy_Qkhbh_Frm::Bbtn_QrClick);
-    connect(Bbtn_Quit, &QPushButton::clicked, this, &TGy_Qkhbh_Frm::Bbtn_QuitClick);
+    Handle(Ckb_Hh, &QCheckBox::clicked, &TGy_Qkhbh_Frm::Ckb_HhClick);
+    Handle(Ckb_hm, &QCheckBox::clicked, &TGy_Qkhbh_Frm::Ckb_hmClick);
+    Handle(CkB_sfz, &QCheckBox::clicked, &TGy_Qkhbh_Frm::CkB_sfzClick);
+    Handle(Ckb_yddz, &QCheckBox::clicked, &TGy_Qkhbh_Frm::Ckb_yddzClick);
+    Handle(Ckb_ccbh, &QCheckBox::clicked, &TGy_Qkhbh_Frm::Ckb_ccbhClick);
+    Handle(Ckb_dah, &QCheckBox::clicked, &TGy_Qkhbh_Frm::Ckb_dahClick);
+    Handle(Ckb_cbc, &QCheckBox::clicked, &TGy_Qkhbh_Frm::Ckb_cbcClick);
+    Handle(Ckb_khlx, &QCheckBox::clicked, &TGy_Qkhbh_Frm::Ckb_khlxClick);
+    Handle(Ckb_dzm, &QCheckBox::clicked, &TGy_Qkhbh_Frm::Ckb_dzmClick);
+    Handle(Ckb_zfdffs, &QCheckBox::clicked, &TGy_Qkhbh_Frm::Ckb_zfdffsClick);
+    Handle(ui.Cob_khlx, &TDropDownComboBox::dropDown, &TGy_Qkhbh_Frm::Cob_khlxDropDown);
+    Handle(ui.Cob_zfdffs, &TDropDownComboBox::dropDown, &TGy_Qkhbh_Frm::Cob_zfdffsDropDown);
+    Handle(Dbg_Fkhbh, &QTableView::doubleClicked, &TGy_Qkhbh_Frm::Dbg_FkhbhDblClick);
+    Handle(Bbtn_Cx, &QPushButton::clicked, &TGy_Qkhbh_Frm::Bbtn_CxClick);
+    Handle(Bbtn_Qr, &QPushButton::clicked, &TGy_Qkhbh_Frm::Bbtn_QrClick);
+    Handle(Bbtn_Quit, &QPushButton::clicked, &TGy_Qkhbh_Frm::Bbtn_QuitClick);
 }
 
 void TGy_Qkhbh_Frm::FormShow() { TZt_Template_Frm::FormShow(); }
@@ -212,10 +125,7 @@ void TGy_Qkhbh_Frm::FillCodeCombo(QComboBox* combo, const QString& sql) {
     const QString typed = combo->currentText();
     try {
         TMidasQuery* q = Khcx().Mqry_Select;
-        q->Close();
-        q->SQL().Clear();
-        q->SQL().Add(sql);
-        q->Open();
+        OpenSql(q, sql);
         for (q->First(); !q->Eof(); q->Next()) combo->addItem(q->FieldByName(u"MC"_s).AsString());
         q->Close();
     } catch (const std::exception& e) {
@@ -230,10 +140,7 @@ void TGy_Qkhbh_Frm::Cob_zfdffsDropDown() { FillCodeCombo(Cob_zfdffs, u"select MC
 
 bool TGy_Qkhbh_Frm::LookUpCode(const QString& sql, const QString& kind, const QString& name, QString& code) {
     TMidasQuery* q = Khcx().Mqry_Select;
-    q->Close();
-    q->SQL().Clear();
-    q->SQL().Add(sql);
-    q->Open();
+    OpenSql(q, sql);
     const bool found = !q->IsEmpty();
     if (found) code = q->FieldByName(u"DM"_s).AsString();
     q->Close();
@@ -365,10 +272,7 @@ void TGy_Qkhbh_Frm::Bbtn_CxClick() {
         qint64 jls = 0;
         {
             WaitCursor wait;
-            dm.Mqry_Select->Close();
-            dm.Mqry_Select->SQL().Clear();
-            dm.Mqry_Select->SQL().Add(u"select count(HH) JLS from Y_KHDA  where "_s + where);
-            dm.Mqry_Select->Open();
+            OpenSql(dm.Mqry_Select, u"select count(HH) JLS from Y_KHDA  where "_s + where);
             jls = dm.Mqry_Select->FieldByName(u"JLS"_s).AsInteger();
             dm.Mqry_Select->Close();
         }
@@ -378,10 +282,7 @@ void TGy_Qkhbh_Frm::Bbtn_CxClick() {
             return;
         }
         WaitCursor wait;
-        dm.Mqry_Fkhbh->Close();
-        dm.Mqry_Fkhbh->SQL().Clear();
-        dm.Mqry_Fkhbh->SQL().Add(u"select *  from Y_KHDA  where "_s + where);
-        dm.Mqry_Fkhbh->Open();
+        OpenSql(dm.Mqry_Fkhbh, u"select *  from Y_KHDA  where "_s + where);
         if (!dm.Mqry_Fkhbh->IsEmpty()) Dbg_Fkhbh->selectRow(dm.Mqry_Fkhbh->RecNo() - 1);
     } catch (const std::exception& e) {
         ShowErrorMsg(u"查询客户出错：%1"_s.arg(QString::fromUtf8(e.what())));

@@ -14,12 +14,12 @@
 #include <QTextEdit>
 #include <QTreeWidget>
 #include <cstdio>
-#include <memory>
 
 #include "data/Connection.h"
 #include "data/DataModules.h"
+#include "Corpus.h"
+#include "Fixtures.h"
 #include "ScreenHarness.h"
-#include "TestDb.h"
 #include "frame/Unit_zt_gobal.h"
 #include "common/Unt_Jc_Message.h"
 #include "common/Unt_Zt_Message.h"
@@ -65,10 +65,6 @@ protected:
                       {cdbh, yw, hh, hm, item});
     }
 
-    qint64 count(const QString& table, const QString& cdbh) {
-        return db_->scalar(u"SELECT COUNT(*) FROM %1 WHERE cdbh = ?"_s.arg(table), {cdbh}).toLongLong();
-    }
-
     std::unique_ptr<TestDatabase> db_;
     QString savedYwdm_;
 };
@@ -82,9 +78,11 @@ TEST_P(CommonDb, ServerTimeComesFromTheDatabaseClock) {
     EXPECT_EQ(GetServerDate(), QDateTime(QDate(2004, 7, 15), QTime(0, 0)));
     EXPECT_EQ(GetServerNy(), u"200407"_s);
 
+    // The last call sent the corpus's text with the date-only format.
+    const corpus::Entry& text = corpus::entry(u"1.4/GetServerDate"_s);
     TMidasQuery* q = Zt_Funcs_Dm->Mqry_Select;
-    EXPECT_EQ(q->SQL().Text(), u"select to_char(sysdate,:format) from dual"_s);
-    EXPECT_EQ(q->ParamByName(u"format"_s).AsString(), u"YYYY-MM-DD"_s);
+    EXPECT_EQ(q->SQL().Lines(), text.lines);
+    EXPECT_EQ(q->ParamByName(u"format"_s).AsString(), text.params[0].value.toString());
     EXPECT_FALSE(q->Active());
 
     // A year's turn: the month is read from its own characters.
@@ -122,48 +120,43 @@ TEST_P(CommonDb, WorkflowClockAndTDateTimeAndTheEntrySeam) {
 
 // ----------------------------------------------------------------- numbers
 
+// Each sequence counts on its own; the block sent is the corpus's, with its
+// one output parameter (the sequence's name) declared by hand.
 TEST_P(CommonDb, NumberingGivesTenCharacterNumbersAndEmptyWhenExhausted) {
-    struct Numbering {
-        QString (*draw)();
-        QString sequence, block, param;
-    };
-    const std::vector<Numbering> all{
-        {GetNewCdbh, u"CDBH"_s, u"Begin :CDBH := GET_CDBH; End;"_s, u"CDBH"_s},
-        {GetNewGdfabh, u"GDFABH"_s, u"Begin :Gdfabh := GET_GDFABH; End;"_s, u"GDFABH"_s},
-        {GetNewDnbId, u"DNBID"_s, u"Begin :DnbId := GET_DNBID; End;"_s, u"DNBID"_s},
-        {GetNewJcph, u"JCPH"_s, u"Begin :JCPH := GET_JCPH; End;"_s, u"JCPH"_s},
-    };
+    const std::pair<QString (*)(), QString> all[] = {
+        {GetNewCdbh, u"1.4/GetNewCdbh"_s}, {GetNewGdfabh, u"1.4/GetNewGdfabh"_s},
+        {GetNewDnbId, u"1.4/GetNewDnbId"_s}, {GetNewJcph, u"1.4/GetNewJcph"_s}};
     TMidasQuery* q = Zt_Funcs_Dm->Mqry_Select;
-    for (const Numbering& n : all) {
-        SCOPED_TRACE(n.sequence.toStdString());
+    for (const auto& [draw, id] : all) {
+        const corpus::Entry& block = corpus::entry(id);
+        const QString sequence = block.declared.value(0).name;
+        SCOPED_TRACE(sequence.toStdString());
         // A parameter left from an earlier statement must not survive.
         q->Params().CreateParam(ftString, u"stale"_s, ptInput);
-        const QString first = n.draw();
-        const QString second = n.draw();
-        EXPECT_EQ(first, u"0000000001"_s);
-        EXPECT_EQ(second, u"0000000002"_s);
-        EXPECT_EQ(q->SQL().Text(), n.block);
+        EXPECT_EQ(draw(), u"0000000001"_s);
+        EXPECT_EQ(draw(), u"0000000002"_s);
+        EXPECT_EQ(q->SQL().Lines(), block.lines);
         ASSERT_EQ(q->Params().Count(), 1);
-        EXPECT_EQ(q->Params()[0].Name, n.param);
+        EXPECT_EQ(q->Params()[0].Name, sequence);
         EXPECT_EQ(q->Params()[0].ParamType, ptOutput);
         EXPECT_EQ(q->Params()[0].DataType, ftString);
         EXPECT_FALSE(q->Active());
 
-        exhaust(n.sequence);
-        EXPECT_EQ(n.draw(), QString());
-        EXPECT_EQ(n.draw(), QString());
+        exhaust(sequence);
+        EXPECT_EQ(draw(), QString());
+        EXPECT_EQ(draw(), QString());
     }
 }
 
 TEST_P(CommonDb, PlanNumbersFollowTheLargestPlan) {
     TMidasQuery* q = Dataset_Jc_Func->MQry_Select;
     EXPECT_EQ(GetNewJhbh(), u"0001"_s);
-    EXPECT_EQ(q->SQL().Text(), u"select * from E_JCJH"_s);
+    EXPECT_EQ(q->SQL().Lines(), corpus::entry(u"1.4/GetNewJhbh/any"_s).lines);
 
     db_->exec(u"INSERT INTO e_jcjh (jhbh, jhlx, dw) VALUES ('0007', '年计划', '01')"_s);
     db_->exec(u"INSERT INTO e_jcjh (jhbh, jhlx, dw) VALUES ('0041', '月计划', '01')"_s);
     EXPECT_EQ(GetNewJhbh(), u"0042"_s);
-    EXPECT_EQ(q->SQL().Text(), u"select max(JHBH) as BH from E_JCJH"_s);
+    EXPECT_EQ(q->SQL().Lines(), corpus::entry(u"1.4/GetNewJhbh/max"_s).lines);
     EXPECT_FALSE(q->Active());
 
     // Past four digits the number is written in full.
@@ -173,20 +166,19 @@ TEST_P(CommonDb, PlanNumbersFollowTheLargestPlan) {
 
 // ------------------------------------------------------------ business undo
 
+// What the routine removes is its own test's; here: the block sent is the
+// corpus's, with its input declared by hand and bound to the document.
 TEST_P(CommonDb, UndoYysqRemovesTheApplicationOfOneDocument) {
-    for (const QString& cdbh : {u"0000000101"_s, u"0000000102"_s}) {
-        application(cdbh, u"0100000001"_s, u"张三"_s, u"401"_s, u"派工"_s);
-        db_->exec(u"INSERT INTO a_ykkzb (cdbh, sfygz) VALUES (?, '否')"_s, {cdbh});
-    }
+    application(u"0000000101"_s, u"0100000001"_s, u"张三"_s, u"401"_s, u"派工"_s);
+    application(u"0000000102"_s, u"0100000001"_s, u"张三"_s, u"401"_s, u"派工"_s);
     UndoYysq(u"0000000101"_s);
-    for (const QString& table : {u"a_khsqxx"_s, u"a_ykkzb"_s, u"z_dqgw"_s}) {
-        EXPECT_EQ(count(table, u"0000000101"_s), 0) << table.toStdString();
-        EXPECT_EQ(count(table, u"0000000102"_s), 1) << table.toStdString();
-    }
+    EXPECT_EQ(rows(*db_, u"SELECT cdbh FROM z_dqgw UNION ALL SELECT cdbh FROM a_khsqxx"_s),
+              (QStringList{u"0000000102"_s, u"0000000102"_s}));
+    const corpus::Entry& block = corpus::entry(u"1.4/UndoYysq"_s);
     TMidasQuery* q = Dataset_Jc_Func->MQry_Select;
-    EXPECT_EQ(q->SQL().Text(), u"Begin Yk_UndoYysq(:ac_Cdbh); End;"_s);
+    EXPECT_EQ(q->SQL().Lines(), block.lines);
     ASSERT_EQ(q->Params().Count(), 1);
-    EXPECT_EQ(q->Params()[0].Name, u"ac_CDBH"_s);
+    EXPECT_EQ(q->Params()[0].Name, block.declared.value(0).name);
     EXPECT_EQ(q->Params()[0].ParamType, ptInput);
     EXPECT_EQ(q->Params()[0].AsString(), u"0000000101"_s);
 }
@@ -222,22 +214,18 @@ TEST_P(CommonDb, CheckKhSqxxListsCasesInProgressAndStopsAtBusiness135ForAChangeO
     EXPECT_EQ(CheckKhSqxx(hh), before);
 
     EXPECT_EQ(CheckKhSqxx(u"0100000009"_s), QString());
-    const TMidasQuery* q = Zt_Funcs_Dm->Mqry_Select;
-    EXPECT_EQ(q->SQL().Text(),
-              u"Select A.cdbh,A.HH,A.Hm,B.dqywxmc,a.ywdm From A_KHSQXX A,Z_DQGW B Where A.HH= :HH and A.CDbh = B.Cdbh  and instr(:ywdm,A.ywdm) = 0 "_s);
-    EXPECT_FALSE(q->Active());
+    EXPECT_EQ(Zt_Funcs_Dm->Mqry_Select->SQL().Lines(), corpus::entry(u"1.4/CheckKhSqxx"_s).lines);
+    EXPECT_FALSE(Zt_Funcs_Dm->Mqry_Select->Active());
 }
 
 TEST_P(CommonDb, IsValidKhWantsAnOpenAccountOfTheUnit) {
-    db_->exec(u"INSERT INTO y_khda (hh, hm, dw, xhbz) VALUES ('0100000001', '张三', '01', '否')"_s);
-    db_->exec(u"INSERT INTO y_khda (hh, hm, dw, xhbz) VALUES ('0100000002', '李四', '01', '是')"_s);
-    db_->exec(u"INSERT INTO y_khda (hh, hm, dw, xhbz) VALUES ('0200000001', '王五', '02', '否')"_s);
-    EXPECT_TRUE(IsValidKh(u"0100000001"_s, u"01"_s));
-    EXPECT_FALSE(IsValidKh(u"0100000002"_s, u"01"_s));  // closed
-    EXPECT_FALSE(IsValidKh(u"0200000001"_s, u"01"_s));  // another unit
-    EXPECT_TRUE(IsValidKh(u"0200000001"_s, u"02"_s));
-    EXPECT_FALSE(IsValidKh(u"0100000009"_s, u"01"_s));
-    EXPECT_FALSE(IsValidKh(QString(), u"01"_s));
+    corpus::loadFixture(*db_);
+    EXPECT_TRUE(IsValidKh(u"0000000001"_s, u"0101"_s));
+    EXPECT_FALSE(IsValidKh(u"0000000004"_s, u"0101"_s));  // closed
+    EXPECT_FALSE(IsValidKh(u"0000000005"_s, u"0101"_s));  // another unit
+    EXPECT_TRUE(IsValidKh(u"0000000005"_s, u"0102"_s));
+    EXPECT_FALSE(IsValidKh(u"0000000009"_s, u"0101"_s));
+    EXPECT_FALSE(IsValidKh(QString(), u"0101"_s));
 }
 
 // ------------------------------------------------------------- form chores
@@ -327,41 +315,24 @@ TEST_P(CommonDb, FourProcessesDrawDistinctDocumentNumbers) {
 
 // ------------------------------------------------------------ input checks
 
-TEST(CommonChecks, IntegerTexts) {
-    EXPECT_TRUE(IsIntStr(u"12"_s));
-    EXPECT_TRUE(IsIntStr(u"-2147483648"_s));
-    EXPECT_TRUE(IsIntStr(u"2147483647"_s));
-    EXPECT_FALSE(IsIntStr(u"2147483648"_s));
-    EXPECT_FALSE(IsIntStr(u"-2147483649"_s));
-    EXPECT_FALSE(IsIntStr(QString()));
-    EXPECT_FALSE(IsIntStr(u"1.5"_s));
-    EXPECT_FALSE(IsIntStr(u"12a"_s));
-    EXPECT_FALSE(IsIntStr(u"-"_s));
-
-    EXPECT_TRUE(CheckIntStr(QString()));
-    EXPECT_TRUE(CheckIntStr(u" 12 "_s));
-    EXPECT_TRUE(CheckIntStr(u"-7"_s));
-    EXPECT_FALSE(CheckIntStr(u"1.5"_s));
-    EXPECT_FALSE(CheckIntStr(u"   "_s));  // blanks are not empty: nothing is left to convert
-    EXPECT_FALSE(CheckIntStr(u"9999999999"_s));
-}
-
-TEST(CommonChecks, RealNumberTexts) {
-    EXPECT_TRUE(CheckFloatStr(QString()));
-    EXPECT_TRUE(CheckFloatStr(u"1.5"_s));
-    EXPECT_TRUE(CheckFloatStr(u" -0.25 "_s));
-    EXPECT_TRUE(CheckFloatStr(u"12"_s));
-    EXPECT_FALSE(CheckFloatStr(u"1.5.1"_s));
-    EXPECT_FALSE(CheckFloatStr(u"abc"_s));
-}
-
-TEST(CommonChecks, DocumentNumbers) {
-    EXPECT_TRUE(IsCdbh(u"0000000001"_s));
-    EXPECT_TRUE(IsCdbh(u"9999999999"_s));
-    EXPECT_FALSE(IsCdbh(u"12345"_s));
-    EXPECT_FALSE(IsCdbh(u"00000000001"_s));
-    EXPECT_FALSE(IsCdbh(u"000000000A"_s));
-    EXPECT_FALSE(IsCdbh(QString()));
+// Each check against the texts it takes and the texts it refuses.
+TEST(CommonChecks, IntegerRealAndDocumentNumberTexts) {
+    const struct {
+        const char* name;
+        bool (*check)(const QString&);
+        QStringList takes, refuses;
+    } checks[] = {
+        {"IsIntStr", IsIntStr, {u"12"_s, u"-2147483648"_s, u"2147483647"_s},
+         {u"2147483648"_s, u"-2147483649"_s, QString(), u"1.5"_s, u"12a"_s, u"-"_s}},
+        // Blanks are not empty for CheckIntStr: nothing is left to convert.
+        {"CheckIntStr", CheckIntStr, {QString(), u" 12 "_s, u"-7"_s}, {u"1.5"_s, u"   "_s, u"9999999999"_s}},
+        {"CheckFloatStr", CheckFloatStr, {QString(), u"1.5"_s, u" -0.25 "_s, u"12"_s}, {u"1.5.1"_s, u"abc"_s}},
+        {"IsCdbh", IsCdbh, {u"0000000001"_s, u"9999999999"_s}, {u"12345"_s, u"00000000001"_s, u"000000000A"_s, QString()}},
+    };
+    for (const auto& c : checks) {
+        for (const QString& s : c.takes) EXPECT_TRUE(c.check(s)) << c.name << " \"" << s.toStdString() << '"';
+        for (const QString& s : c.refuses) EXPECT_FALSE(c.check(s)) << c.name << " \"" << s.toStdString() << '"';
+    }
 }
 
 TEST(CommonChecks, ZeroPadKeepsTheRightmostCharacters) {
@@ -391,7 +362,7 @@ void fill(QTreeWidget& list, int count) {
         new QTreeWidgetItem(&list, {u"h%1"_s.arg(i), u"name%1"_s.arg(i), u"addr%1"_s.arg(i)});
 }
 
-TEST(CommonLists, MoveSelectedRowsArriveInReverseOrder) {
+TEST(CommonLists, MovedRowsArriveInReverseOrder) {
     QTreeWidget source, target;
     fill(source, 4);
     target.setColumnCount(3);
@@ -412,18 +383,16 @@ TEST(CommonLists, MoveSelectedRowsArriveInReverseOrder) {
     MoveListItems(&source, &target, 1, false);
     EXPECT_EQ(rows(source), (QStringList{u"h3|name3|addr3"_s}));
     EXPECT_EQ(rows(target).last(), u"h1|name1|"_s);
-}
 
-TEST(CommonLists, MoveAllEmptiesTheSource) {
-    QTreeWidget source, target;
-    fill(source, 3);
-    target.setColumnCount(3);
-    MoveListItems(&source, &target, 2, true);  // selection does not matter
-    EXPECT_EQ(source.topLevelItemCount(), 0);
-    EXPECT_EQ(rows(target), (QStringList{u"h3|name3|addr3"_s, u"h2|name2|addr2"_s, u"h1|name1|addr1"_s}));
-
-    MoveListItems(&source, &target, 2, true);  // an empty source moves nothing
-    EXPECT_EQ(target.topLevelItemCount(), 3);
+    // All: selection does not matter, the source empties; from an empty
+    // source nothing moves.
+    QTreeWidget all;
+    all.setColumnCount(3);
+    MoveListItems(&target, &all, 2, true);
+    EXPECT_EQ(target.topLevelItemCount(), 0);
+    EXPECT_EQ(rows(all), (QStringList{u"h1|name1|"_s, u"h2|name2|addr2"_s, u"h4|name4|addr4"_s, u"h0|name0|addr0"_s}));
+    MoveListItems(&target, &all, 2, true);
+    EXPECT_EQ(all.topLevelItemCount(), 4);
 }
 
 TEST(CommonForms, ClearFormEditsEmptiesEditsAndMemosOfAScreen) {
@@ -467,34 +436,18 @@ TEST(CommonMessages, CaptionsIconsAndButtons) {
     EXPECT_EQ(AskYesNo(u"确定删除吗？"_s), 6);
     boxes.answer(QMessageBox::No);
     EXPECT_EQ(AskYesNo(u"确定删除吗？"_s), 7);
-
-    const auto& shown = boxes.shown();
-    ASSERT_EQ(shown.size(), 5u);
-    struct Want {
-        QString text, caption;
-        QMessageBox::Icon icon;
-        QMessageBox::StandardButtons buttons;
-    };
-    const Want want[] = {
-        {u"保存成功！"_s, u"提示"_s, QMessageBox::Information, QMessageBox::Ok},
-        {u"保存失败！"_s, u"系统提示"_s, QMessageBox::Critical, QMessageBox::Ok},
-        {u"已发送。"_s, u"系统提示"_s, QMessageBox::Information, QMessageBox::Ok},
-        {u"确定删除吗？"_s, u"系统提示"_s, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No},
-        {u"确定删除吗？"_s, u"系统提示"_s, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No},
-    };
-    for (size_t i = 0; i < shown.size(); ++i) {
-        SCOPED_TRACE(i);
-        EXPECT_EQ(shown[i].text, want[i].text);
-        EXPECT_EQ(shown[i].caption, want[i].caption);
-        EXPECT_EQ(shown[i].icon, want[i].icon);
-        EXPECT_EQ(shown[i].buttons, want[i].buttons);
-    }
-}
-
-TEST(CommonMessages, AskYesNoClosedWithoutAnswerIsNo) {
-    ScriptedMessages boxes;
     boxes.answer(QMessageBox::Cancel);  // Escape on a Yes/No box
     EXPECT_EQ(AskYesNo(u"继续吗？"_s), mrNo);
+
+    QStringList shown;  // text, caption, icon, buttons
+    for (const auto& m : boxes.shown()) shown << u"%1 %2 %3 %4"_s.arg(m.text, m.caption).arg(m.icon).arg(int(m.buttons));
+    const int yesNo = QMessageBox::Yes | QMessageBox::No;
+    EXPECT_EQ(shown, (QStringList{u"保存成功！ 提示 %1 %2"_s.arg(QMessageBox::Information).arg(QMessageBox::Ok),
+                                  u"保存失败！ 系统提示 %1 %2"_s.arg(QMessageBox::Critical).arg(QMessageBox::Ok),
+                                  u"已发送。 系统提示 %1 %2"_s.arg(QMessageBox::Information).arg(QMessageBox::Ok),
+                                  u"确定删除吗？ 系统提示 %1 %2"_s.arg(QMessageBox::Question).arg(yesNo),
+                                  u"确定删除吗？ 系统提示 %1 %2"_s.arg(QMessageBox::Question).arg(yesNo),
+                                  u"继续吗？ 系统提示 %1 %2"_s.arg(QMessageBox::Question).arg(yesNo)}));
 }
 
 }  // namespace

@@ -4,14 +4,10 @@
 #include "common/Unt_Jc_Message.h"
 #include "common/unit_zt_pubfun.h"
 
-#include <QFormLayout>
-#include <QHBoxLayout>
+#include "ui_Frm_Jc_Bjtx.h"
+
 #include <QHeaderView>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QTableView>
-#include <QVBoxLayout>
 
 QPointer<TJc_Bjtx_Frm> Jc_Bjtx_Frm;
 
@@ -42,13 +38,14 @@ const QStringList& TJc_Bjtx_Frm::ListSql() {
 
 TJc_Bjtx_Frm::TJc_Bjtx_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     setObjectName(QStringLiteral("Jc_Bjtx_Frm"));
-    setWindowTitle(QStringLiteral("异常客户报警"));
 
     Mqry_Bj = new TMidasQuery(this, QStringLiteral("Mqry_Bj"));
     for (const QString& line : ListSql()) Mqry_Bj->SQL().Add(line);
     Ds_Bj = new TDataSource(this, QStringLiteral("Ds_Bj"), Mqry_Bj);
     Mq_Update = new TMidasQuery(this, QStringLiteral("Mq_Update"));
 
+    // Made before the form's widgets, so the list leads the tab order and
+    // has the focus when the screen opens.
     Dbg_sx = NewRowGrid(this, "Dbg_sx");
     Dbg_sx->horizontalHeader()->setStretchLastSection(true);
     grid_ = new TDBGridBinding(Dbg_sx, Mqry_Bj, this);
@@ -59,12 +56,19 @@ TJc_Bjtx_Frm::TJc_Bjtx_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
                                 {QStringLiteral("BJXM"), QStringLiteral("报警内容"), 330},
                                 {QStringLiteral("TXRQ"), QStringLiteral("提醒日期"), 130}});
 
-    Dbe_bsh = NewControl<QLineEdit>(this, "Dbe_bsh");
-    DBEdit1 = NewControl<QLineEdit>(this, "DBEdit1");
-    Dbe_dz = NewControl<QLineEdit>(this, "Dbe_dz");
-    Dbe_sm = NewControl<QLineEdit>(this, "Dbe_sm");
-    Dbe_clqk = NewControl<QLineEdit>(this, "Dbe_clqk");
-    for (QLineEdit* e : {Dbe_bsh, DBEdit1, Dbe_dz, Dbe_sm}) e->setReadOnly(true);
+    Ui::Jc_Bjtx_Frm ui;
+    ui.setupUi(this);
+    ui.Lay_sx->addWidget(Dbg_sx);
+    Dbe_bsh = ui.Dbe_bsh;
+    DBEdit1 = ui.DBEdit1;
+    Dbe_dz = ui.Dbe_dz;
+    Dbe_sm = ui.Dbe_sm;
+    Dbe_clqk = ui.Dbe_clqk;
+    Bbtn_Over = ui.Bbtn_Over;
+    Bbtn_Dy = ui.Bbtn_Dy;
+    Bbtn_Tc = ui.Bbtn_Tc;
+    SetCancelButton(Bbtn_Tc);
+
     fields_ = new TDBFieldBinding(Mqry_Bj, this);
     fields_->Bind(Dbe_bsh, QStringLiteral("HH"));
     fields_->Bind(DBEdit1, QStringLiteral("HM"));
@@ -72,32 +76,9 @@ TJc_Bjtx_Frm::TJc_Bjtx_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     fields_->Bind(Dbe_sm, QStringLiteral("BJXM"));
     fields_->Bind(Dbe_clqk, QStringLiteral("CLQK"));
 
-    auto* form = new QFormLayout;
-    form->addRow(QStringLiteral("户    号："), Dbe_bsh);
-    form->addRow(QStringLiteral("户    名："), DBEdit1);
-    form->addRow(QStringLiteral("地    址："), Dbe_dz);
-    form->addRow(QStringLiteral("报    警："), Dbe_sm);
-    form->addRow(QStringLiteral("处理情况："), Dbe_clqk);
-
-    Bbtn_Over = NewControl<QPushButton>(this, "Bbtn_Over", QStringLiteral("处理结束(&O)"));
-    Bbtn_Dy = NewControl<QPushButton>(this, "Bbtn_Dy", QStringLiteral("打印(&P)"));
-    Bbtn_Tc = NewControl<QPushButton>(this, "Bbtn_Tc", QStringLiteral("退出(&X)"));
-    SetCancelButton(Bbtn_Tc);
-
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(Bbtn_Over);
-    buttons->addWidget(Bbtn_Dy);
-    buttons->addWidget(Bbtn_Tc);
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(Dbg_sx, 1);
-    layout->addLayout(form);
-    layout->addLayout(buttons);
-    resize(780, 520);
-
-    connect(Bbtn_Over, &QPushButton::clicked, this, &TJc_Bjtx_Frm::Bbtn_OverClick);
-    connect(Bbtn_Dy, &QPushButton::clicked, this, &TJc_Bjtx_Frm::Bbtn_DyClick);
-    connect(Bbtn_Tc, &QPushButton::clicked, this, &TJc_Bjtx_Frm::Bbtn_TcClick);
+    Handle(Bbtn_Over, &QPushButton::clicked, &TJc_Bjtx_Frm::Bbtn_OverClick);
+    Handle(Bbtn_Dy, &QPushButton::clicked, &TJc_Bjtx_Frm::Bbtn_DyClick);
+    Handle(Bbtn_Tc, &QPushButton::clicked, &TJc_Bjtx_Frm::Bbtn_TcClick);
 }
 
 void TJc_Bjtx_Frm::Bbtn_OverClick() {
@@ -121,18 +102,16 @@ void TJc_Bjtx_Frm::Bbtn_OverClick() {
         const QString hh = Mqry_Bj->FieldByName(QStringLiteral("HH")).AsString();
         const QString bjdm = Mqry_Bj->FieldByName(QStringLiteral("BJDM")).AsString();
 
-        Mq_Update->Close();
-        Mq_Update->SQL().Clear();
-        Mq_Update->SQL().Add(QStringLiteral(
-            "update e_bjtx set ZT = :zt,clr = :clr, clqk = :clqk,  clrq = :clrq where ny=:ny and hh=:hh and bjdm = :bjdm"));
-        Mq_Update->ParamByName(QStringLiteral("zt")).SetAsString(QStringLiteral("已处理"));
-        Mq_Update->ParamByName(QStringLiteral("clr")).SetAsString(Gczyxm);
-        Mq_Update->ParamByName(QStringLiteral("clqk")).SetAsString(note);
-        Mq_Update->ParamByName(QStringLiteral("clrq")).SetAsDateTime(now);
-        Mq_Update->ParamByName(QStringLiteral("ny")).SetAsString(ny);
-        Mq_Update->ParamByName(QStringLiteral("hh")).SetAsString(hh);
-        Mq_Update->ParamByName(QStringLiteral("bjdm")).SetAsString(bjdm);
-        Mq_Update->ExecSQL();
+        ExecSql(Mq_Update,
+                QStringLiteral("update e_bjtx set ZT = :zt,clr = :clr, clqk = :clqk,  clrq = :clrq where ny=:ny and "
+                               "hh=:hh and bjdm = :bjdm"),
+                {{"zt", QStringLiteral("已处理")},
+                 {"clr", Gczyxm},
+                 {"clqk", note},
+                 {"clrq", now},
+                 {"ny", ny},
+                 {"hh", hh},
+                 {"bjdm", bjdm}});
 
         // The row's local edit goes with the reopening: the list is read
         // again and the handled alarm is no longer in it.
@@ -167,18 +146,14 @@ void TJc_Bjtx_Frm::Bbtn_TcClick() { close(); }
 
 bool TJc_Bjtx_Frm::FormCloseQuery() {
     try {
-        Mq_Update->Close();
-        Mq_Update->SQL().Clear();
-        Mq_Update->SQL().Add(QStringLiteral(
-            "update e_bjtx c set  txrq = :txrq where  Txrq is null  and c.dw=:dw and exists(select 1 from   "
-            "z_czyygw a1,z_gw b1,z_gwyzn c1 ,  z_ywzn d1,z_znyywx e1   where a1.czydm = :czydm    and a1.zdm  = "
-            "c1.gwdm   and  c1.gwdm = b1.dm  and b1.sfyx = 1  and c1.zndm = e1.zndm   and  e1.zndm = d1.dm  and "
-            "d1.sfyx = 1  and e1.cldm ='40099')   AND EXISTS(SELECT 1 FROM e_bjxz  WHERE czydm = :czydm  AND bjdm "
-            "= c.bjdm AND sfyx='是') "));
-        Mq_Update->ParamByName(QStringLiteral("dw")).SetAsString(Gdw);
-        Mq_Update->ParamByName(QStringLiteral("txrq")).SetAsDateTime(GetServerDateTime());
-        Mq_Update->ParamByName(QStringLiteral("czydm")).SetAsString(Gczydm);
-        Mq_Update->ExecSQL();
+        ExecSql(Mq_Update,
+                QStringLiteral(
+                    "update e_bjtx c set  txrq = :txrq where  Txrq is null  and c.dw=:dw and exists(select 1 from   "
+                    "z_czyygw a1,z_gw b1,z_gwyzn c1 ,  z_ywzn d1,z_znyywx e1   where a1.czydm = :czydm    and a1.zdm  = "
+                    "c1.gwdm   and  c1.gwdm = b1.dm  and b1.sfyx = 1  and c1.zndm = e1.zndm   and  e1.zndm = d1.dm  "
+                    "and d1.sfyx = 1  and e1.cldm ='40099')   AND EXISTS(SELECT 1 FROM e_bjxz  WHERE czydm = :czydm  "
+                    "AND bjdm = c.bjdm AND sfyx='是') "),
+                {{"dw", Gdw}, {"txrq", GetServerDateTime()}, {"czydm", Gczydm}});
     } catch (const std::exception&) {
         ShowErrorMsg(QStringLiteral("保存提醒日期出错"));
     }

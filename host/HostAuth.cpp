@@ -1,45 +1,57 @@
 #include "HostAuth.h"
 
-#include <QMessageAuthenticationCode>
-#include <QRandomGenerator>
+#include <QPasswordDigestor>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <sodium.h>
 #include <stdexcept>
 
 namespace tarvin::host {
 
-QByteArray pbkdf2Sha256(const QByteArray& password, const QByteArray& salt, int rounds, int length) {
-    QByteArray out;
-    QMessageAuthenticationCode mac(QCryptographicHash::Sha256, password);
-    for (quint32 block = 1; out.size() < length; ++block) {
-        QByteArray counter(4, 0);
-        counter[0] = char(block >> 24);
-        counter[1] = char(block >> 16);
-        counter[2] = char(block >> 8);
-        counter[3] = char(block);
-        mac.reset();
-        mac.addData(salt);
-        mac.addData(counter);
-        QByteArray u = mac.result();
-        QByteArray t = u;
-        for (int i = 1; i < rounds; ++i) {
-            mac.reset();
-            mac.addData(u);
-            u = mac.result();
-            for (int j = 0; j < t.size(); ++j) t[j] = char(t[j] ^ u[j]);
-        }
-        out += t;
-    }
-    return out.left(length);
-}
-
 namespace {
+
 void run(QSqlQuery& q, const char* what) {
     if (!q.exec()) throw std::runtime_error(std::string(what) + ": " + q.lastError().text().toStdString());
 }
+
+struct Limits {
+    unsigned long long ops;
+    size_t mem;
+};
+
+Limits limits(HashCost cost) {
+    switch (cost) {
+    case HashCost::Interactive: return {crypto_pwhash_OPSLIMIT_INTERACTIVE, crypto_pwhash_MEMLIMIT_INTERACTIVE};
+    case HashCost::Minimum: return {crypto_pwhash_OPSLIMIT_MIN, crypto_pwhash_MEMLIMIT_MIN};
+    case HashCost::Moderate: break;
+    }
+    return {crypto_pwhash_OPSLIMIT_MODERATE, crypto_pwhash_MEMLIMIT_MODERATE};
+}
+
+// What an unknown operator's phrase is checked against: the cost of the
+// current setting with a fixed salt and digest that no phrase is known to
+// match, so the refusal takes as long as a real one.
+QByteArray dummyHash(HashCost cost) {
+    const Limits l = limits(cost);
+    return QStringLiteral("$argon2id$v=19$m=%1,t=%2,p=1$dGFydmluLWR1bW15LXNhbHQ$"
+                          "q0Jm3kQf2o8uQk3Yb8s1c9mX6tqJ4w7e2rV5nP0aLdE")
+        .arg(l.mem / 1024)
+        .arg(l.ops)
+        .toLatin1();
+}
+
 }  // namespace
 
-HostAuth::HostAuth(QSqlDatabase db) : db_(std::move(db)) {}
+HashCost hashCostFromEnvironment() {
+    const QByteArray v = qgetenv("TARVIN_PWHASH_COST").trimmed().toLower();
+    if (v == "interactive") return HashCost::Interactive;
+    if (v == "min") return HashCost::Minimum;
+    return HashCost::Moderate;
+}
+
+HostAuth::HostAuth(QSqlDatabase db, HashCost cost) : db_(std::move(db)), cost_(cost) {
+    if (sodium_init() < 0) throw std::runtime_error("the hashing library libsodium could not start");
+}
 
 void HostAuth::ensureTable() {
     // Run directly: PostgreSQL cannot prepare DDL.
@@ -50,22 +62,32 @@ void HostAuth::ensureTable() {
         throw std::runtime_error("creating the pass-phrase register: " + q.lastError().text().toStdString());
 }
 
-void HostAuth::setPassword(const QString& czydm, const QString& password) {
-    QByteArray salt(16, 0);
-    QRandomGenerator::system()->fillRange(reinterpret_cast<quint32*>(salt.data()), 4);
-    const QByteArray hash = pbkdf2Sha256(password.toUtf8(), salt, kRounds);
-    QSqlQuery del(db_);
-    del.prepare(QStringLiteral("DELETE FROM tarvin_host_kl WHERE czydm = ?"));
-    del.addBindValue(czydm);
-    run(del, "replacing a pass phrase");
+QByteArray HostAuth::hash(const QString& password) const {
+    const QByteArray phrase = password.toUtf8();
+    const Limits l = limits(cost_);
+    char out[crypto_pwhash_STRBYTES];
+    if (crypto_pwhash_str(out, phrase.constData(), size_t(phrase.size()), l.ops, l.mem) != 0)
+        throw std::runtime_error("not enough memory to hash the pass phrase");
+    return QByteArray(out);
+}
+
+// The salt and rounds columns belong to the PBKDF2 rows of before; an Argon2id
+// string carries its own. Updated in place, so a failure loses no old phrase.
+void HostAuth::store(const QString& czydm, const QByteArray& hash) {
+    QSqlQuery up(db_);
+    up.prepare(QStringLiteral("UPDATE tarvin_host_kl SET salt = '', hash = ?, rounds = 0 WHERE czydm = ?"));
+    up.addBindValue(QString::fromLatin1(hash));
+    up.addBindValue(czydm);
+    run(up, "storing a pass phrase");
+    if (up.numRowsAffected() > 0) return;
     QSqlQuery ins(db_);
-    ins.prepare(QStringLiteral("INSERT INTO tarvin_host_kl (czydm, salt, hash, rounds) VALUES (?, ?, ?, ?)"));
+    ins.prepare(QStringLiteral("INSERT INTO tarvin_host_kl (czydm, salt, hash, rounds) VALUES (?, '', ?, 0)"));
     ins.addBindValue(czydm);
-    ins.addBindValue(QString::fromLatin1(salt.toHex()));
-    ins.addBindValue(QString::fromLatin1(hash.toHex()));
-    ins.addBindValue(kRounds);
+    ins.addBindValue(QString::fromLatin1(hash));
     run(ins, "storing a pass phrase");
 }
+
+void HostAuth::setPassword(const QString& czydm, const QString& password) { store(czydm, hash(password)); }
 
 bool HostAuth::hasPassword(const QString& czydm) {
     QSqlQuery q(db_);
@@ -85,17 +107,30 @@ bool HostAuth::verify(const QString& czydm, const QString& dw, const QString& pa
     q.addBindValue(dw);
     q.addBindValue(dw);
     run(q, "checking a sign-in");
+    const QByteArray phrase = password.toUtf8();
     if (!q.next()) {
-        // Same work either way, so the time taken tells nothing.
-        pbkdf2Sha256(password.toUtf8(), "-", kRounds);
+        [[maybe_unused]] const int spent =
+            crypto_pwhash_str_verify(dummyHash(cost_).constData(), phrase.constData(), size_t(phrase.size()));
         return false;
     }
+    const QByteArray stored = q.value(1).toString().toLatin1();
+    if (stored.startsWith("$argon2"))
+        return crypto_pwhash_str_verify(stored.constData(), phrase.constData(), size_t(phrase.size())) == 0;
+
+    // A PBKDF2 row of before: read once more, then replaced.
     const QByteArray salt = QByteArray::fromHex(q.value(0).toString().toLatin1());
-    const QByteArray want = QByteArray::fromHex(q.value(1).toString().toLatin1());
-    const QByteArray got = pbkdf2Sha256(password.toUtf8(), salt, q.value(2).toInt(), int(want.size()));
-    int diff = 0;
-    for (int i = 0; i < want.size(); ++i) diff |= (want[i] ^ (i < got.size() ? got[i] : char(0)));
-    return !want.isEmpty() && diff == 0;
+    const QByteArray want = QByteArray::fromHex(stored);
+    const QByteArray got = QPasswordDigestor::deriveKeyPbkdf2(QCryptographicHash::Sha256, phrase, salt,
+                                                              q.value(2).toInt(), quint64(want.size()));
+    if (want.isEmpty() || got.size() != want.size() || sodium_memcmp(got.constData(), want.constData(), size_t(want.size())) != 0)
+        return false;
+    try {
+        setPassword(czydm, password);
+    } catch (const std::exception& e) {
+        // The phrase was right; the old hash stays and is replaced next time.
+        qWarning("tarvin: could not replace %s's old pass-phrase hash: %s", qPrintable(czydm), e.what());
+    }
+    return true;
 }
 
 int HostAuth::seedMissing(const QString& password) {
@@ -104,7 +139,11 @@ int HostAuth::seedMissing(const QString& password) {
     run(q, "listing operators");
     QStringList codes;
     while (q.next()) codes << q.value(0).toString();
-    for (const QString& c : codes) setPassword(c, password);
+    if (codes.isEmpty()) return 0;
+    // One hash for all: the demo phrase is published anyway, and a hash
+    // each would keep a new demo waiting a second per operator.
+    const QByteArray shared = hash(password);
+    for (const QString& c : codes) store(c, shared);
     return int(codes.size());
 }
 

@@ -1,5 +1,6 @@
 // tarvin: the host application. Opens the database, signs an operator in,
-// loads the module by name and offers its entries.
+// loads the module by name and offers its entries. --help and --set-password
+// run without a display.
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
@@ -11,6 +12,7 @@
 #include <QStandardPaths>
 #include <QTextStream>
 #include <cstdio>
+#include <memory>
 
 #include "data/Connection.h"
 #include "HostAuth.h"
@@ -30,12 +32,18 @@ QString defaultDemoPath() {
 }
 
 // Writes the demo database with the generator beside this program, showing
-// its progress line.
-bool createDemo(const QString& path) {
+// its progress line (in a window, or as it comes on a terminal).
+bool createDemo(const QString& path, bool gui) {
     QDir().mkpath(QFileInfo(path).absolutePath());
     QProcess gen;
     gen.setProgram(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("tarvin-demo-db")));
     gen.setArguments({QStringLiteral("--db"), QStringLiteral("sqlite:") + path});
+    if (!gui) {
+        gen.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        gen.start();
+        gen.waitForFinished(-1);
+        return gen.exitStatus() == QProcess::NormalExit && gen.exitCode() == 0;
+    }
     QProgressDialog progress(QStringLiteral("正在生成演示数据库……"), QString(), 0, 0);
     progress.setWindowTitle(QStringLiteral("用电检查"));
     progress.setMinimumDuration(0);
@@ -52,7 +60,7 @@ bool createDemo(const QString& path) {
     return gen.exitStatus() == QProcess::NormalExit && gen.exitCode() == 0;
 }
 
-int fail(const QString& message, bool gui = true) {
+int fail(const QString& message, bool gui) {
     if (gui)
         QMessageBox::critical(nullptr, QStringLiteral("用电检查"), message);
     else
@@ -60,42 +68,88 @@ int fail(const QString& message, bool gui = true) {
     return 1;
 }
 
+int usageError(const QString& message, const QCommandLineParser& args) {
+    QTextStream(stderr) << "tarvin: " << message << "\n\n" << args.helpText();
+    return 2;
+}
+
+// The application object a run needs, decided before any exists: only the
+// window wants a display. Offscreen is for modes that draw without one.
+enum class AppKind { Console, Window, Offscreen };
+
+AppKind appKindFor(bool parsed, const QCommandLineParser& args) {
+    if (!parsed || !args.positionalArguments().isEmpty() || args.isSet(QStringLiteral("help")) ||
+        args.isSet(QStringLiteral("set-password")))
+        return AppKind::Console;
+    return AppKind::Window;
+}
+
+std::unique_ptr<QCoreApplication> makeApplication(AppKind kind, int& argc, char** argv) {
+    switch (kind) {
+    case AppKind::Console: return std::make_unique<QCoreApplication>(argc, argv);
+    case AppKind::Offscreen: qputenv("QT_QPA_PLATFORM", "offscreen"); break;
+    case AppKind::Window: break;
+    }
+    return std::make_unique<QApplication>(argc, argv);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("tarvin"));
+    QStringList argList;
+    for (int i = 0; i < argc; ++i) argList << QString::fromLocal8Bit(argv[i]);
     QCommandLineParser args;
     args.setApplicationDescription(QStringLiteral("用电检查 — the inspection-work host"));
-    args.addHelpOption();
+    // Not addHelpOption(): its --help-all offers Qt's own options (-platform
+    // ...), which the arguments read before any application object refuse.
+    args.addOption({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Displays this help.")});
     args.addOption({QStringLiteral("db"), QStringLiteral("sqlite:PATH or a PostgreSQL URI (default: the demo database)"), QStringLiteral("url")});
     args.addOption({QStringLiteral("demo"), QStringLiteral("Create the database as a demo when it is missing, and give demo operators the demo pass phrase")});
-    args.addOption({QStringLiteral("set-password"), QStringLiteral("Set an operator's pass phrase (read from standard input) and exit"), QStringLiteral("czydm")});
-    args.process(app);
+    args.addOption({QStringLiteral("set-password"), QStringLiteral("Set an operator's pass phrase (read from standard input) and exit; needs no display"), QStringLiteral("czydm")});
+    const bool parsed = args.parse(argList);
+    const AppKind kind = appKindFor(parsed, args);
+#if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
+    if (kind == AppKind::Window && qEnvironmentVariableIsEmpty("DISPLAY") &&
+        qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        QTextStream(stderr) << "tarvin: the window needs a display, and neither DISPLAY nor WAYLAND_DISPLAY is set; "
+                               "--help and --set-password run without one.\n";
+        return 1;
+    }
+#endif
+    const std::unique_ptr<QCoreApplication> app = makeApplication(kind, argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("tarvin"));
+    if (!parsed) return usageError(args.errorText(), args);
+    if (args.isSet(QStringLiteral("help"))) {
+        QTextStream(stdout) << args.helpText();
+        return 0;
+    }
+    if (!args.positionalArguments().isEmpty())
+        return usageError(QStringLiteral("unexpected argument '%1'").arg(args.positionalArguments().first()), args);
+    const bool gui = kind == AppKind::Window;
 
     const bool demo = args.isSet(QStringLiteral("demo")) || !args.isSet(QStringLiteral("db"));
     QString url = args.value(QStringLiteral("db"));
     if (url.isEmpty()) url = QStringLiteral("sqlite:") + defaultDemoPath();
 
-    tarvin::db::DatabaseUrl parsed;
+    tarvin::db::DatabaseUrl parsedUrl;
     try {
-        parsed = tarvin::db::DatabaseUrl::parse(url);
+        parsedUrl = tarvin::db::DatabaseUrl::parse(url);
     } catch (const std::exception& e) {
         return fail(QStringLiteral("数据库地址不正确：%1").arg(QString::fromUtf8(e.what())), false);
     }
-    if (demo && parsed.dialect == tarvin::sql::Dialect::SQLite && !QFileInfo::exists(parsed.path)) {
-        if (!createDemo(parsed.path))
-            return fail(QStringLiteral("无法生成演示数据库 %1。请运行 tarvin-demo-db 查看原因。").arg(parsed.path));
+    if (demo && parsedUrl.dialect == tarvin::sql::Dialect::SQLite && !QFileInfo::exists(parsedUrl.path)) {
+        if (!createDemo(parsedUrl.path, gui))
+            return fail(QStringLiteral("无法生成演示数据库 %1。请运行 tarvin-demo-db 查看原因。").arg(parsedUrl.path), gui);
     }
 
     QSqlDatabase db;
     try {
         db = tarvin::db::openConnection(url);
     } catch (const std::exception& e) {
-        return fail(QStringLiteral("无法打开数据库：%1").arg(QString::fromUtf8(e.what())));
+        return fail(QStringLiteral("无法打开数据库：%1").arg(QString::fromUtf8(e.what())), gui);
     }
-    HostAuth auth(db);
     try {
+        HostAuth auth(db);
         auth.ensureTable();
         if (args.isSet(QStringLiteral("set-password"))) {
             const QString code = args.value(QStringLiteral("set-password"));
@@ -107,17 +161,18 @@ int main(int argc, char** argv) {
         }
         if (demo) auth.seedMissing(kDemoPassword);
     } catch (const std::exception& e) {
-        return fail(QString::fromUtf8(e.what()));
+        return fail(QString::fromUtf8(e.what()), gui);
     }
 
     ModuleLoader module;
     if (!module.load())
-        return fail(QStringLiteral("无法加载用电检查模块 Prj_Tarvin：%1").arg(module.errorString()));
+        return fail(QStringLiteral("无法加载用电检查模块 Prj_Tarvin：%1").arg(module.errorString()), gui);
 
     SignInDialog signIn(db);
     if (signIn.exec() != QDialog::Accepted) return 0;
     fillSession(module, signIn.signedIn(), db);
-    HostWindow window(module, signIn.signedIn(), db, parsed.dialect == tarvin::sql::Dialect::SQLite ? parsed.path : parsed.toString());
+    HostWindow window(module, signIn.signedIn(), db,
+                      parsedUrl.dialect == tarvin::sql::Dialect::SQLite ? parsedUrl.path : parsedUrl.toString());
     window.show();
-    return app.exec();
+    return app->exec();
 }

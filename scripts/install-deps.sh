@@ -4,7 +4,7 @@
 set -euo pipefail
 PKGS=(cmake ninja-build g++ make pkg-config googletest libgtest-dev
       qt6-base-dev libqt6sql6-sqlite libqt6sql6-psql qt6-qpa-plugins libgl-dev
-      libsqlite3-dev sqlite3 postgresql postgresql-client
+      libsqlite3-dev sqlite3 libsodium-dev postgresql postgresql-client
       fonts-noto-cjk poppler-utils)
 missing=()
 for p in "${PKGS[@]}"; do

@@ -5,15 +5,11 @@
 #include "frame/DataSetModel.h"
 #include "common/Unt_Jc_Message.h"
 
-#include <QHBoxLayout>
-#include <QHeaderView>
+#include "ui_Frm_Jc_CodeSelect.h"
+
 #include <QItemSelectionModel>
 #include <QKeyEvent>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QTableView>
-#include <QVBoxLayout>
 
 QPointer<TJc_CodeSelect_Frm> Jc_CodeSelect_Frm;
 
@@ -31,18 +27,20 @@ TJc_CodeSelect_Frm::TJc_CodeSelect_Frm(QWidget* parent) : TZt_Template_Frm(paren
     // Keys typed into the search edit are the picker's own: no Enter-as-Tab
     // and no help keys.
     SetKeyPreview(false);
-
-    Label1 = new QLabel(QStringLiteral("查询条件"), this);
-    Label1->setObjectName(QStringLiteral("Label1"));
-    Cob_Field = new TKeyComboBox(this);
-    Cob_Field->setObjectName(QStringLiteral("Cob_Field"));
-    Cob_Field->setMinimumWidth(110);
-    Edt_Value = new QLineEdit(this);
-    Edt_Value->setObjectName(QStringLiteral("Edt_Value"));
+    Ui::Jc_CodeSelect_Frm ui;
+    ui.setupUi(this);
+    Label1 = ui.Label1;
+    Cob_Field = ui.Cob_Field;
+    Edt_Value = ui.Edt_Value;
+    btn_Query = ui.btn_Query;
+    Bbtn_Qr = ui.Bbtn_Qr;
+    Bbtn_Quit = ui.Bbtn_Quit;
+    SetCancelButton(Bbtn_Quit);
     Edt_Value->installEventFilter(this);
-    btn_Query = NewControl<QPushButton>(this, "btn_Query", QStringLiteral("查询(&F)"));
 
     Dbg_List = NewRowGrid(this, "Dbg_List");
+    ui.Lay_List->addWidget(Dbg_List);
+    setTabOrder(btn_Query, Dbg_List);
     grid_ = new TDBGridBinding(Dbg_List, selectQuery(), this);
     grid_->Model()->SetReadOnly(true);
     // The stored columns; BuildColumns always replaces them.
@@ -56,31 +54,10 @@ TJc_CodeSelect_Frm::TJc_CodeSelect_Frm(QWidget* parent) : TZt_Template_Frm(paren
                         current, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
             });
 
-    Bbtn_Qr = NewControl<QPushButton>(this, "Bbtn_Qr", QStringLiteral("确认(&O)"));
-    Bbtn_Qr->setDefault(true);
-    Bbtn_Quit = NewControl<QPushButton>(this, "Bbtn_Quit", QStringLiteral("取消(&Q)"));
-    SetCancelButton(Bbtn_Quit);
-
-    auto* search = new QHBoxLayout;
-    search->addWidget(Label1);
-    search->addWidget(Cob_Field);
-    search->addWidget(Edt_Value, 1);
-    search->addWidget(btn_Query);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(Bbtn_Qr);
-    buttons->addWidget(Bbtn_Quit);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(10, 10, 10, 10);
-    layout->addLayout(search);
-    layout->addWidget(Dbg_List, 1);
-    layout->addLayout(buttons);
-    resize(420, 440);
-
-    connect(btn_Query, &QPushButton::clicked, this, &TJc_CodeSelect_Frm::btn_QueryClick);
-    connect(Bbtn_Qr, &QPushButton::clicked, this, &TJc_CodeSelect_Frm::Bbtn_QrClick);
-    connect(Dbg_List, &QTableView::doubleClicked, this, &TJc_CodeSelect_Frm::Bbtn_QrClick);
-    connect(Bbtn_Quit, &QPushButton::clicked, this, &QDialog::reject);
+    Handle(btn_Query, &QPushButton::clicked, &TJc_CodeSelect_Frm::btn_QueryClick);
+    Handle(Bbtn_Qr, &QPushButton::clicked, &TJc_CodeSelect_Frm::Bbtn_QrClick);
+    Handle(Dbg_List, &QTableView::doubleClicked, &TJc_CodeSelect_Frm::Bbtn_QrClick);
+    Handle(Bbtn_Quit, &QPushButton::clicked, &QDialog::reject);
 }
 
 QString TJc_CodeSelect_Frm::FieldListFault() const {
@@ -117,11 +94,10 @@ void TJc_CodeSelect_Frm::setVisible(bool visible) {
 void TJc_CodeSelect_Frm::FormShow() {
     TZt_Template_Frm::FormShow();
     setWindowTitle(FormTitle);
+    // A text that fails is shown, and the columns and the search are still
+    // set up.
     try {
-        TMidasQuery* q = selectQuery();
-        q->SQL().SetText(SelectSql);
-        q->Close();
-        q->Open();
+        OpenSql(selectQuery(), SelectSql);
     } catch (const std::exception& e) {
         ShowErrorMsg(QString::fromUtf8(e.what()));
     }
@@ -156,25 +132,16 @@ void TJc_CodeSelect_Frm::btn_QueryClick() {
     TMidasQuery* q = selectQuery();
     const QString field = Cob_Field->GetKeyValue();
     if (field.isEmpty() || !q->Active()) return;
-    try {
-        // Case-sensitive, from the start of the value, leading blanks kept.
-        q->Locate(field, Edt_Value->text(), loPartialKey);
-    } catch (const std::exception& e) {
-        ShowErrorMsg(QString::fromUtf8(e.what()));
-    }
+    // Case-sensitive, from the start of the value, leading blanks kept.
+    q->Locate(field, Edt_Value->text(), loPartialKey);
 }
 
 void TJc_CodeSelect_Frm::Bbtn_QrClick() {
     TMidasQuery* q = selectQuery();
     if (!q->Active() || q->Eof()) return;
-    try {
-        ResultCode = q->Fields(0).AsString();
-        ResultName = q->Fields(1).AsString();
-        q->Close();
-    } catch (const std::exception& e) {
-        ShowErrorMsg(QString::fromUtf8(e.what()));
-        return;
-    }
+    ResultCode = q->Fields(0).AsString();
+    ResultName = q->Fields(1).AsString();
+    q->Close();
     accept();
 }
 
@@ -183,7 +150,7 @@ bool TJc_CodeSelect_Frm::eventFilter(QObject* watched, QEvent* event) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         // Enter searches; it must not go on to press the default button.
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-            btn_QueryClick();
+            Guard([this] { btn_QueryClick(); });
             return true;
         }
     }

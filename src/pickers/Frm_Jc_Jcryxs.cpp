@@ -2,14 +2,10 @@
 
 #include "frame/DataSetModel.h"
 #include "frame/Unit_zt_gobal.h"
-#include "common/Unt_Jc_Message.h"
 
-#include <QHBoxLayout>
-#include <QHeaderView>
-#include <QLabel>
-#include <QPushButton>
+#include "ui_Frm_Jc_Jcryxs.h"
+
 #include <QTableView>
-#include <QVBoxLayout>
 
 QPointer<TJc_Jcryxs_Frm> Jc_Jcryxs_Frm;
 
@@ -31,7 +27,6 @@ QList<TColumn> gridColumns(const QString& nameField) {
 
 TJc_Jcryxs_Frm::TJc_Jcryxs_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     setObjectName(QStringLiteral("Jc_Jcryxs_Frm"));
-    setWindowTitle(QStringLiteral("检查人员显示"));
 
     MQry_Jcry = new TMidasQuery(this, QStringLiteral("MQry_Jcry"));
     MQry_Jcry->SQL().Add(QStringLiteral("select A.*,B.XINGMING XM"));
@@ -40,35 +35,26 @@ TJc_Jcryxs_Frm::TJc_Jcryxs_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     MQry_Jcry->SQL().Add(QStringLiteral("and a.dw = :dw"));
     Ds_jcry = new TDataSource(this, QStringLiteral("Ds_jcry"), MQry_Jcry);
 
-    Label1 = new QLabel(QStringLiteral("按住Ctrl键+鼠标左键多选"), this);
-    Label1->setObjectName(QStringLiteral("Label1"));
-
+    // Made before the form's widgets, so the list leads the tab order.
     Dbg_Jcryxs = NewRowGrid(this, "Dbg_Jcryxs", QAbstractItemView::ExtendedSelection);
     grid_ = new TDBGridBinding(Dbg_Jcryxs, Ds_jcry->DataSet(), this);
     grid_->Model()->SetReadOnly(true);
     grid_->Model()->SetColumns(gridColumns(QStringLiteral("XM")));
 
-    Bbtn_Qr = NewControl<QPushButton>(this, "Bbtn_Qr", QStringLiteral("确认(&O)"));
-    Bbtn_Quit = NewControl<QPushButton>(this, "Bbtn_Quit", QStringLiteral("退出(&X)"));
-
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(Bbtn_Qr);
-    buttons->addWidget(Bbtn_Quit);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(10, 10, 10, 10);
-    layout->addWidget(Label1);
-    layout->addWidget(Dbg_Jcryxs, 1);
-    layout->addLayout(buttons);
-    resize(440, 320);
+    Ui::Jc_Jcryxs_Frm ui;
+    ui.setupUi(this);
+    ui.Lay_Jcryxs->addWidget(Dbg_Jcryxs);
+    Label1 = ui.Label1;
+    Bbtn_Qr = ui.Bbtn_Qr;
+    Bbtn_Quit = ui.Bbtn_Quit;
 
     // The confirm button computes the fields, then closes with OK.
-    connect(Bbtn_Qr, &QPushButton::clicked, this, [this] {
+    Handle(Bbtn_Qr, &QPushButton::clicked, [this] {
         Bbtn_QrClick();
         accept();
     });
-    connect(Dbg_Jcryxs, &QTableView::doubleClicked, this, &TJc_Jcryxs_Frm::Bbtn_QrClick);
-    connect(Bbtn_Quit, &QPushButton::clicked, this, &TJc_Jcryxs_Frm::Bbtn_QuitClick);
+    Handle(Dbg_Jcryxs, &QTableView::doubleClicked, &TJc_Jcryxs_Frm::Bbtn_QrClick);
+    Handle(Bbtn_Quit, &QPushButton::clicked, &TJc_Jcryxs_Frm::Bbtn_QuitClick);
 }
 
 QString TJc_Jcryxs_Frm::NameField() const {
@@ -81,13 +67,9 @@ QString TJc_Jcryxs_Frm::NameField() const {
 
 void TJc_Jcryxs_Frm::FormShow() {
     TZt_Template_Frm::FormShow();
-    try {
-        MQry_Jcry->Close();
-        MQry_Jcry->ParamByName(QStringLiteral("dw")).SetAsString(Gdw);
-        MQry_Jcry->Open();
-    } catch (const std::exception& e) {
-        ShowErrorMsg(QString::fromUtf8(e.what()));
-    }
+    MQry_Jcry->Close();
+    MQry_Jcry->ParamByName(QStringLiteral("dw")).SetAsString(Gdw);
+    MQry_Jcry->Open();
     grid_->Model()->SetColumns(gridColumns(NameField()));
 }
 
@@ -95,29 +77,25 @@ void TJc_Jcryxs_Frm::FormClose() { MQry_Jcry->Close(); }
 
 void TJc_Jcryxs_Frm::Bbtn_QrClick() {
     if (MQry_Jcry->IsEmpty()) return;
-    try {
-        const QString xm = NameField();
-        const QString jczh = QStringLiteral("JCZH");
-        const QList<TBookmark> marks = grid_->SelectedBookmarks();
-        if (marks.isEmpty()) {
+    const QString xm = NameField();
+    const QString jczh = QStringLiteral("JCZH");
+    const QList<TBookmark> marks = grid_->SelectedBookmarks();
+    if (marks.isEmpty()) {
+        SelXm = MQry_Jcry->FieldByName(xm).AsString();
+        SelJczh = MQry_Jcry->FieldByName(jczh).AsString();
+        return;
+    }
+    // Not cleared first: confirming again while the screen stays open
+    // appends the marked rows once more.
+    for (TBookmark mark : marks) {
+        MQry_Jcry->GotoBookmark(mark);
+        if (!SelXm.isEmpty()) {
+            SelXm += kSeparator + MQry_Jcry->FieldByName(xm).AsString();
+            SelJczh += kSeparator + MQry_Jcry->FieldByName(jczh).AsString();
+        } else {
             SelXm = MQry_Jcry->FieldByName(xm).AsString();
             SelJczh = MQry_Jcry->FieldByName(jczh).AsString();
-            return;
         }
-        // Not cleared first: confirming again while the screen stays open
-        // appends the marked rows once more.
-        for (TBookmark mark : marks) {
-            MQry_Jcry->GotoBookmark(mark);
-            if (!SelXm.isEmpty()) {
-                SelXm += kSeparator + MQry_Jcry->FieldByName(xm).AsString();
-                SelJczh += kSeparator + MQry_Jcry->FieldByName(jczh).AsString();
-            } else {
-                SelXm = MQry_Jcry->FieldByName(xm).AsString();
-                SelJczh = MQry_Jcry->FieldByName(jczh).AsString();
-            }
-        }
-    } catch (const std::exception& e) {
-        ShowErrorMsg(QString::fromUtf8(e.what()));
     }
 }
 

@@ -5,13 +5,9 @@
 #include "frame/Unit_zt_gobal.h"
 #include "common/Unt_Jc_Message.h"
 
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
+#include "ui_Frm_Jc_SelectXl.h"
+
 #include <QShowEvent>
-#include <QTreeWidget>
-#include <QVBoxLayout>
 
 QPointer<TJc_SelectXl_Frm> Jc_SelectXl_Frm;
 
@@ -20,14 +16,6 @@ namespace {
 constexpr int kXlbhRole = Qt::UserRole;
 constexpr int kNodeXlbhLength = 7;
 const QString kTopParent = QStringLiteral("00001");
-
-QLineEdit* shownEdit(QWidget* parent, const char* name) {
-    auto* e = new QLineEdit(parent);
-    e->setObjectName(QLatin1String(name));
-    e->setReadOnly(true);
-    e->setFocusPolicy(Qt::NoFocus);  // not a tab stop
-    return e;
-}
 
 // A node for the current row of the query: the line's name, its number cut
 // to what the node holds.
@@ -41,43 +29,18 @@ QTreeWidgetItem* lineNode(TMidasQuery* q) {
 }  // namespace
 
 TJc_SelectXl_Frm::TJc_SelectXl_Frm(QWidget* parent) : QDialog(parent) {
-    setObjectName(QStringLiteral("Jc_SelectXl_Frm"));
-    setWindowTitle(QStringLiteral("选择线路"));
     TZt_Template_Frm::ApplyScreenLook(this);
+    Ui::Jc_SelectXl_Frm ui;
+    ui.setupUi(this);
+    TvLst_HyLb = ui.TvLst_HyLb;
+    Label1 = ui.Label1;
+    Edt_HyDm = ui.Edt_HyDm;
+    Edt_HyLb = ui.Edt_HyLb;
+    Bbtn_Qr = ui.Bbtn_Qr;
+    Bbtn_Quit = ui.Bbtn_Quit;
 
-    TvLst_HyLb = new QTreeWidget(this);
-    TvLst_HyLb->setObjectName(QStringLiteral("TvLst_HyLb"));
-    TvLst_HyLb->setHeaderHidden(true);
-    TvLst_HyLb->setColumnCount(1);
-    TvLst_HyLb->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    TvLst_HyLb->setSelectionMode(QAbstractItemView::SingleSelection);
-
-    Label1 = new QLabel(QStringLiteral("线路编号："), this);
-    Label1->setObjectName(QStringLiteral("Label1"));
-    Edt_HyDm = shownEdit(this, "Edt_HyDm");
-    Edt_HyDm->setFixedWidth(80);
-    Edt_HyLb = shownEdit(this, "Edt_HyLb");
-
-    Bbtn_Qr = NewControl<QPushButton>(this, "Bbtn_Qr", QStringLiteral("确认(&O)"));
-    Bbtn_Qr->setDefault(true);
-    Bbtn_Quit = NewControl<QPushButton>(this, "Bbtn_Quit", QStringLiteral("取消(&Q)"));
-    Bbtn_Quit->setAutoDefault(false);
-
-    auto* edits = new QHBoxLayout;
-    edits->addWidget(Label1);
-    edits->addWidget(Edt_HyDm);
-    edits->addWidget(Edt_HyLb, 1);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(Bbtn_Qr);
-    buttons->addWidget(Bbtn_Quit);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(10, 10, 10, 10);
-    layout->addWidget(TvLst_HyLb, 1);
-    layout->addLayout(edits);
-    layout->addLayout(buttons);
-    setFixedSize(360, 440);  // a fixed dialogue border
-
+    // Not a base screen, so no net under the handlers: each catches its
+    // own errors.
     connect(TvLst_HyLb, &QTreeWidget::itemExpanded, this, &TJc_SelectXl_Frm::TvLst_HyLbExpanding);
     connect(TvLst_HyLb, &QTreeWidget::currentItemChanged, this,
             [this](QTreeWidgetItem* current) { currentNodeChanged(current); });
@@ -99,11 +62,7 @@ void TJc_SelectXl_Frm::FormShow() {
     TvLst_HyLb->clear();
     try {
         TMidasQuery* q = Jc_Main_Dm->Mqry_Select;
-        q->Close();
-        q->SQL().Clear();
-        q->SQL().Add(QStringLiteral("Select * from Y_XL Where SJXLBH = '00001' and DW=:dw order by xlmc"));
-        q->ParamByName(QStringLiteral("dw")).SetAsString(Gdw);
-        q->Open();
+        OpenSql(q, QStringLiteral("Select * from Y_XL Where SJXLBH = '00001' and DW=:dw order by xlmc"), {{"dw", Gdw}});
         for (q->First(); !q->Eof(); q->Next()) {
             QTreeWidgetItem* node = lineNode(q);
             node->setChildIndicatorPolicy(QTreeWidgetItem::ShowIndicator);
@@ -123,25 +82,13 @@ void TJc_SelectXl_Frm::TvLst_HyLbExpanding(QTreeWidgetItem* node) {
     qDeleteAll(node->takeChildren());
     try {
         TMidasQuery* q = Jc_Main_Dm->Mqry_Select;
-        q->Close();
-        q->SQL().Clear();
-        q->SQL().Add(QStringLiteral("Select * from y_XL where xlbh = :xlbh"));
-        q->ParamByName(QStringLiteral("xlbh")).SetAsString(xlbh);
-        q->Open();
+        OpenSql(q, QStringLiteral("Select * from y_XL where xlbh = :xlbh"), {{"xlbh", xlbh}});
         const QString sjxlbh = q->FieldByName(QStringLiteral("SJXLBH")).AsString();
 
-        q->Close();
-        q->SQL().Clear();
-        q->SQL().Add(QStringLiteral("Select * from y_XL where xlbh=:xlbh"));
-        q->ParamByName(QStringLiteral("xlbh")).SetAsString(sjxlbh);
-        q->Open();
+        OpenSql(q, QStringLiteral("Select * from y_XL where xlbh=:xlbh"), {{"xlbh", sjxlbh}});
         const bool underMissingLine = q->IsEmpty() && sjxlbh != kTopParent;
 
-        q->Close();
-        q->SQL().Clear();
-        q->SQL().Add(QStringLiteral("Select * from Y_XL Where SJXLBH = :SJXLBH order by xlmc"));
-        q->ParamByName(QStringLiteral("SJXLBH")).SetAsString(xlbh);
-        q->Open();
+        OpenSql(q, QStringLiteral("Select * from Y_XL Where SJXLBH = :SJXLBH order by xlmc"), {{"SJXLBH", xlbh}});
         for (q->First(); !q->Eof(); q->Next()) {
             QTreeWidgetItem* child = lineNode(q);
             // Either way a child shows no expand button until selecting it
@@ -182,12 +129,9 @@ void TJc_SelectXl_Frm::Bbtn_QrClick() {
     if (Edt_HyDm->text().isEmpty()) return;
     try {
         TMidasQuery* q = Jc_Main_Dm->Mqry_Select;
-        q->Close();
-        q->SQL().Clear();
-        q->SQL().Add(QStringLiteral(
-            "Select A.*,B.BDZMC from Y_XL A,Y_BDZ B where A.BDZBH = B.BDZBH(+) AND A.XLBH = :XLBH"));
-        q->ParamByName(QStringLiteral("XLBH")).SetAsString(Edt_HyDm->text());
-        q->Open();
+        OpenSql(q,
+                QStringLiteral("Select A.*,B.BDZMC from Y_XL A,Y_BDZ B where A.BDZBH = B.BDZBH(+) AND A.XLBH = :XLBH"),
+                {{"XLBH", Edt_HyDm->text()}});
         SelXlbh = q->FieldByName(QStringLiteral("XLBH")).AsString();
         SelXlmc = q->FieldByName(QStringLiteral("XLMC")).AsString();
         q->Close();

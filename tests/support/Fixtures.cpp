@@ -16,14 +16,14 @@ QString asText(const QVariant& v) {
     case QMetaType::LongLong:
     case QMetaType::UInt:
     case QMetaType::ULongLong:
-    case QMetaType::Double: return QString::number(v.toDouble(), 'g', 15);
+    case QMetaType::Double: return QString::number(v.toDouble(), 'g', 12);
     case QMetaType::QDateTime: return v.toDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
     case QMetaType::QDate: return v.toDate().startOfDay().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
     default: break;
     }
     const QString s = v.toString();
     static const QRegularExpression decimal(QStringLiteral("^-?\\d+\\.\\d+$"));
-    return decimal.match(s).hasMatch() ? QString::number(s.toDouble(), 'g', 15) : s;
+    return decimal.match(s).hasMatch() ? QString::number(s.toDouble(), 'g', 12) : s;
 }
 
 QStringList rows(TestDatabase& db, const QString& nativeSql, const QVariantList& binds) {

@@ -11,8 +11,9 @@
 
 namespace tarvin::test {
 
-// A value as text, alike on both engines: null as "", numbers by value (12,
-// 12.0 and "12.00" all "12"), date-times as 'yyyy-MM-dd HH:mm:ss'.
+// A value as text, alike on both engines: null as "", numbers by value to
+// twelve digits (12, 12.0 and "12.00" all "12"), date-times as
+// 'yyyy-MM-dd HH:mm:ss'.
 QString asText(const QVariant& v);
 // Every row of engine-native SQL, its fields asText joined by '|'.
 QStringList rows(TestDatabase& db, const QString& nativeSql, const QVariantList& binds = {});

@@ -1,30 +1,22 @@
 // The workflow library as the module meets it: loaded by path, its five C
 // functions called by name on the "Shdl" connection, on both engines.
-#include <gtest/gtest.h>
-
-#include <QDate>
-#include <QDateTime>
 #include <QFile>
 #include <QProcess>
-#include <QSqlDatabase>
 #include <QSqlQuery>
-#include <QSqlRecord>
 #include <QStandardPaths>
 #include <cmath>
 #include <dlfcn.h>
 #include <limits>
-#include <memory>
 
 #include "../workflow/Prj_zt_pubfun.h"
 #include "data/Connection.h"
 #include "DemoGenerator.h"
+#include "Fixtures.h"
 #include "Schema.h"
-#include "TestDb.h"
 
 namespace {
 
-using tarvin::test::EngineTest;
-using tarvin::test::TestDatabase;
+using namespace tarvin::test;
 
 const char* const kLibrary = TARVIN_LIB_DIR "/libPrj_zt_pubfun.so";
 
@@ -57,13 +49,6 @@ const Workflow& wf() {
 // TDateTime of a wall-clock time, computed independently of the library.
 double td(int y, int m, int d, int h = 0, int mi = 0, int s = 0) {
     return double(QDate(1899, 12, 30).daysTo(QDate(y, m, d))) + (h * 3600 + mi * 60 + s) / 86400.0;
-}
-
-// A stored date-time as canonical text, whichever way the engine returns it.
-QString stamp(const QVariant& v) {
-    if (v.isNull()) return {};
-    if (v.metaType() == QMetaType::fromType<QDateTime>()) return v.toDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-    return v.toString();
 }
 
 const char* const kWorkflowTables[] = {"z_dqgw", "z_lcls", "z_gzdxx", "a_khsqxx", "a_ykkzb", "a_h_khsqxx", "a_h_ykkzb"};
@@ -106,33 +91,16 @@ protected:
     int rows(const char* table, const QString& cdbh) {
         return db().scalar(QStringLiteral("SELECT count(*) FROM %1 WHERE cdbh = ?").arg(QLatin1String(table)), {cdbh}).toInt();
     }
-    // Every row of every workflow table, as text: what "changes nothing" compares.
+    // Every row of every workflow table: what "changes nothing" compares.
     QStringList everything() {
         QStringList out;
-        for (const char* table : kWorkflowTables) {
-            QSqlQuery q(db().db());
-            EXPECT_TRUE(q.exec(QStringLiteral("SELECT * FROM %1 ORDER BY 1, 2").arg(QLatin1String(table)))) << table;
-            while (q.next()) {
-                QStringList fields{QLatin1String(table)};
-                for (int i = 0; i < q.record().count(); ++i) fields << stamp(q.value(i));
-                out << fields.join(QLatin1Char('|'));
-            }
-        }
+        for (const char* table : kWorkflowTables)
+            out << tarvin::test::rows(db(), QStringLiteral("SELECT '%1', t.* FROM %1 t ORDER BY 2, 3").arg(QLatin1String(table)));
         return out;
     }
-    // The history of a case: "xh item operator arrived finished" per step.
+    // The history of a case: "xh|item|name|operator|arrived|finished" per step.
     QStringList history(const QString& cdbh) {
-        QStringList out;
-        QSqlQuery q(db().db());
-        q.prepare(QStringLiteral("SELECT xh, ywxdm, ywxmc, czy, jssj, wcsj FROM z_lcls WHERE cdbh = ? ORDER BY xh"));
-        q.addBindValue(cdbh);
-        EXPECT_TRUE(q.exec());
-        while (q.next())
-            out << QStringLiteral("%1 %2 %3 %4 %5 %6")
-                       .arg(q.value(0).toInt())
-                       .arg(q.value(1).toString(), q.value(2).toString(), q.value(3).toString(), stamp(q.value(4)), stamp(q.value(5)))
-                       .trimmed();
-        return out;
+        return tarvin::test::rows(db(), QStringLiteral("SELECT xh, ywxdm, ywxmc, czy, jssj, wcsj FROM z_lcls WHERE cdbh = ? ORDER BY xh"), {cdbh});
     }
 
     std::unique_ptr<TestDatabase> db_;
@@ -149,24 +117,10 @@ TEST_P(WorkflowTest, InspectionCaseGoesThroughEveryItemAndEndsArchived) {
     ASSERT_EQ(start(s), WF_OK);
 
     // Dispatching is the first item itself: the case waits for approval.
-    QSqlQuery q(db().db());
-    q.prepare(QStringLiteral("SELECT ywdm, khbh, hm, yddz, dqywx, dqywxmc, lastywx, lastywxmc, czy, glbm, yxj, kssj, jssj FROM z_dqgw WHERE cdbh = ?"));
-    q.addBindValue(cdbh);
-    ASSERT_TRUE(q.exec() && q.next());
-    EXPECT_EQ(q.value(0).toString(), QStringLiteral("401"));
-    EXPECT_EQ(q.value(1).toString(), QStringLiteral("0100000001"));
-    EXPECT_EQ(q.value(2).toString(), QStringLiteral("城关机械厂"));
-    EXPECT_EQ(q.value(3).toString(), QStringLiteral("城关镇建设路1号"));
-    EXPECT_EQ(q.value(4).toString(), QStringLiteral("40102"));
-    EXPECT_EQ(q.value(5).toString(), QStringLiteral("检查工作审批"));
-    EXPECT_EQ(q.value(6).toString(), QStringLiteral("40101"));
-    EXPECT_EQ(q.value(7).toString(), QStringLiteral("检查任务下达"));
-    EXPECT_EQ(q.value(8).toString(), QStringLiteral("01002"));
-    EXPECT_EQ(q.value(9).toString(), QStringLiteral("01"));
-    EXPECT_EQ(q.value(10).toString(), QStringLiteral("一般"));
-    EXPECT_EQ(stamp(q.value(11)), QStringLiteral("2024-07-01 09:30:00"));
-    EXPECT_EQ(stamp(q.value(12)), QStringLiteral("2024-07-01 09:30:00"));
-    q.finish();
+    EXPECT_EQ(tarvin::test::rows(db(), QStringLiteral("SELECT ywdm, khbh, hm, yddz, dqywx, dqywxmc, lastywx, lastywxmc, czy, glbm, yxj, kssj, "
+                                                      "jssj FROM z_dqgw WHERE cdbh = ?"), {cdbh}),
+              QStringList{QStringLiteral("401|0100000001|城关机械厂|城关镇建设路1号|40102|检查工作审批|40101|检查任务下达|01002|01|一般|"
+                                         "2024-07-01 09:30:00|2024-07-01 09:30:00")});
 
     EXPECT_EQ(send("0000000101", "40102", td(2024, 7, 2, 10, 15), "01001"), WF_OK);
     EXPECT_EQ(at(cdbh), QStringLiteral("40103"));
@@ -179,17 +133,13 @@ TEST_P(WorkflowTest, InspectionCaseGoesThroughEveryItemAndEndsArchived) {
     EXPECT_EQ(rows("z_dqgw", cdbh), 0);
     EXPECT_EQ(rows("a_khsqxx", cdbh), 0);
     EXPECT_EQ(rows("a_ykkzb", cdbh), 0);
-    EXPECT_EQ(db().scalar(QStringLiteral("SELECT hm FROM a_h_khsqxx WHERE cdbh = ?"), {cdbh}).toString(), QStringLiteral("城关机械厂"));
-    EXPECT_EQ(stamp(db().scalar(QStringLiteral("SELECT sqrq FROM a_h_khsqxx WHERE cdbh = ?"), {cdbh})), QStringLiteral("2024-07-01 09:00:00"));
-    EXPECT_EQ(stamp(db().scalar(QStringLiteral("SELECT gdsj FROM a_h_khsqxx WHERE cdbh = ?"), {cdbh})), QStringLiteral("2024-07-05 16:30:00"));
-    EXPECT_EQ(db().scalar(QStringLiteral("SELECT htrl FROM a_h_ykkzb WHERE cdbh = ?"), {cdbh}).toDouble(), 630.0);
-    EXPECT_EQ(stamp(db().scalar(QStringLiteral("SELECT gdsj FROM a_h_ykkzb WHERE cdbh = ?"), {cdbh})), QStringLiteral("2024-07-05 16:30:00"));
-    EXPECT_EQ(history(cdbh), QStringList({
-                                 QStringLiteral("1 40101 检查任务下达 01002 2024-07-01 09:30:00 2024-07-01 09:30:00"),
-                                 QStringLiteral("2 40102 检查工作审批 01001 2024-07-01 09:30:00 2024-07-02 10:15:00"),
-                                 QStringLiteral("3 40103 检查工作单打印 01003 2024-07-02 10:15:00 2024-07-03 08:40:00"),
-                                 QStringLiteral("4 40104 检查结果录入 01003 2024-07-03 08:40:00 2024-07-05 16:30:00"),
-                             }));
+    EXPECT_EQ(tarvin::test::rows(db(), QStringLiteral("SELECT a.hm, a.sqrq, a.gdsj, k.htrl, k.gdsj FROM a_h_khsqxx a, a_h_ykkzb k "
+                                                      "WHERE k.cdbh = a.cdbh AND a.cdbh = ?"), {cdbh}),
+              QStringList{QStringLiteral("城关机械厂|2024-07-01 09:00:00|2024-07-05 16:30:00|630|2024-07-05 16:30:00")});
+    EXPECT_EQ(history(cdbh), QStringList({QStringLiteral("1|40101|检查任务下达|01002|2024-07-01 09:30:00|2024-07-01 09:30:00"),
+                                          QStringLiteral("2|40102|检查工作审批|01001|2024-07-01 09:30:00|2024-07-02 10:15:00"),
+                                          QStringLiteral("3|40103|检查工作单打印|01003|2024-07-02 10:15:00|2024-07-03 08:40:00"),
+                                          QStringLiteral("4|40104|检查结果录入|01003|2024-07-03 08:40:00|2024-07-05 16:30:00")}));
 
     // Finished: it can neither be sent again nor started again.
     EXPECT_EQ(send("0000000101", "40104", td(2024, 7, 6)), WF_NO_CASE);
@@ -206,14 +156,14 @@ TEST_P(WorkflowTest, CaseStartedAtAnOrdinaryFirstItemWaitsThere) {
     ASSERT_EQ(start(s), WF_OK);
     EXPECT_EQ(at(QStringLiteral("0000000201")), QStringLiteral("16001"));
     EXPECT_TRUE(db().scalar(QStringLiteral("SELECT lastywx FROM z_dqgw WHERE cdbh = '0000000201'")).isNull());
-    EXPECT_EQ(history(QStringLiteral("0000000201")), QStringList({QStringLiteral("1 16001 计量异常记录  2024-07-01 10:00:00")}));
+    EXPECT_EQ(history(QStringLiteral("0000000201")), QStringList({QStringLiteral("1|16001|计量异常记录||2024-07-01 10:00:00|")}));
 
     ASSERT_EQ(send("0000000201", "16001", td(2024, 7, 1, 16), "01007"), WF_OK);
     EXPECT_EQ(at(QStringLiteral("0000000201")), QStringLiteral("16002"));
     EXPECT_EQ(db().scalar(QStringLiteral("SELECT lastywxmc FROM z_dqgw WHERE cdbh = '0000000201'")).toString(), QStringLiteral("计量异常记录"));
     EXPECT_EQ(history(QStringLiteral("0000000201")),
-              QStringList({QStringLiteral("1 16001 计量异常记录 01007 2024-07-01 10:00:00 2024-07-01 16:00:00"),
-                           QStringLiteral("2 16002 计量装置装拆  2024-07-01 16:00:00")}));
+              QStringList({QStringLiteral("1|16001|计量异常记录|01007|2024-07-01 10:00:00|2024-07-01 16:00:00"),
+                           QStringLiteral("2|16002|计量装置装拆||2024-07-01 16:00:00|")}));
 }
 
 TEST_P(WorkflowTest, CaseWithoutRecordedStepsIsSentAndItsStepRecorded) {
@@ -223,8 +173,8 @@ TEST_P(WorkflowTest, CaseWithoutRecordedStepsIsSentAndItsStepRecorded) {
                              "VALUES ('0000000301', '401', '0100000001', '40103', '检查工作单打印', '01', '2024-07-02 10:00:00')"));
     ASSERT_EQ(send("0000000301", "40103", td(2024, 7, 3, 9)), WF_OK);
     EXPECT_EQ(history(QStringLiteral("0000000301")),
-              QStringList({QStringLiteral("1 40103 检查工作单打印 01003 2024-07-02 10:00:00 2024-07-03 09:00:00"),
-                           QStringLiteral("2 40104 检查结果录入  2024-07-03 09:00:00")}));
+              QStringList({QStringLiteral("1|40103|检查工作单打印|01003|2024-07-02 10:00:00|2024-07-03 09:00:00"),
+                           QStringLiteral("2|40104|检查结果录入||2024-07-03 09:00:00|")}));
 }
 
 // ---------------------------------------------------------------------------
@@ -387,15 +337,7 @@ protected:
     }
 
     QStringList messages(const QString& cdbh) {
-        QStringList out;
-        QSqlQuery q(db().db());
-        q.prepare(QStringLiteral("SELECT xh, jsczy, ywxdm, fssj, ydbz FROM z_gzdxx WHERE cdbh = ? ORDER BY xh"));
-        q.addBindValue(cdbh);
-        EXPECT_TRUE(q.exec());
-        while (q.next())
-            out << QStringLiteral("%1 %2 %3 %4 %5").arg(q.value(0).toInt()).arg(q.value(1).toString(), q.value(2).toString(), stamp(q.value(3)),
-                                                         q.value(4).toString());
-        return out;
+        return tarvin::test::rows(db(), QStringLiteral("SELECT xh, jsczy, ywxdm, fssj, ydbz FROM z_gzdxx WHERE cdbh = ? ORDER BY xh"), {cdbh});
     }
 };
 
@@ -406,7 +348,7 @@ TEST_P(WorkOrderMessages, ReachOperatorsWhosePostsGrantTheCurrentItem) {
     // Not B (prints), C (post out of use), D (function out of use), E (other
     // unit), G (operator out of use).
     EXPECT_EQ(messages(QStringLiteral("0000000101")),
-              QStringList({QStringLiteral("1 A 40102 2024-07-01 09:31:05 否"), QStringLiteral("2 F 40102 2024-07-01 09:31:05 否")}));
+              QStringList({QStringLiteral("1|A|40102|2024-07-01 09:31:05|否"), QStringLiteral("2|F|40102|2024-07-01 09:31:05|否")}));
     const QString text = db().scalar(QStringLiteral("SELECT nr FROM z_gzdxx WHERE cdbh = '0000000101' AND xh = 1")).toString();
     EXPECT_TRUE(text.contains(QStringLiteral("检查工作审批")) && text.contains(QStringLiteral("0000000101")) &&
                 text.contains(QStringLiteral("城关机械厂")))
@@ -415,7 +357,7 @@ TEST_P(WorkOrderMessages, ReachOperatorsWhosePostsGrantTheCurrentItem) {
     // After approval the printing post hears of it, numbered on.
     ASSERT_EQ(send("0000000101", "40102", td(2024, 7, 2)), WF_OK);
     ASSERT_EQ(wf().SendGzdMess("0000000101"), WF_OK);
-    EXPECT_EQ(messages(QStringLiteral("0000000101")).mid(2), QStringList({QStringLiteral("3 B 40103 2024-07-01 09:31:05 否")}));
+    EXPECT_EQ(messages(QStringLiteral("0000000101")).mid(2), QStringList({QStringLiteral("3|B|40103|2024-07-01 09:31:05|否")}));
 }
 
 TEST_P(WorkOrderMessages, NobodyToTellOrNoCaseWritesNothing) {
@@ -518,23 +460,13 @@ protected:
     void SetUp() override {
         ASSERT_NE(wf().handle, nullptr) << dlerror();
         db_ = std::make_unique<TestDatabase>(dialect(), false);
-        tarvin::demo::DemoOptions o;
-        o.customers = 400;
-        o.seed = 3;
-        o.today = QDate(2025, 3, 10);
-        tarvin::demo::createDemoDatabase(db().db(), o);
+        tarvin::demo::createDemoDatabase(db().db(), {.customers = 400, .seed = 3, .today = QDate(2025, 3, 10)});
         tarvin::db::setFixedClock(db().connectionName(), QDateTime(QDate(2025, 3, 10), QTime(9, 0)));
     }
     // The posts of the operators told of a case.
     QStringList toldPosts(const QString& cdbh) {
-        QStringList out;
-        QSqlQuery q(db().db());
-        q.prepare(QStringLiteral("SELECT DISTINCT g.mc FROM z_gzdxx m, z_czyygw cg, z_gw g WHERE m.cdbh = ? AND cg.czydm = m.jsczy "
-                                 "AND g.dm = cg.zdm ORDER BY g.mc"));
-        q.addBindValue(cdbh);
-        EXPECT_TRUE(q.exec());
-        while (q.next()) out << q.value(0).toString();
-        return out;
+        return tarvin::test::rows(db(), QStringLiteral("SELECT DISTINCT g.mc FROM z_gzdxx m, z_czyygw cg, z_gw g WHERE m.cdbh = ? "
+                                                       "AND cg.czydm = m.jsczy AND g.dm = cg.zdm ORDER BY g.mc"), {cdbh});
     }
     QString firstCaseAt(const char* item) {
         return db().scalar(QStringLiteral("SELECT min(cdbh) FROM z_dqgw WHERE dqywx = ? AND glbm = '0101'"), {QLatin1String(item)}).toString();

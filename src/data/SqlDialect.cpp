@@ -1,6 +1,10 @@
 #include "SqlDialect.h"
 
 #include <QDateTime>
+#include <QHash>
+#include <mutex>
+#include <optional>
+#include <shared_mutex>
 
 #include "SqlRewrite.h"
 #include "SqlTokenizer.h"
@@ -41,9 +45,70 @@ QString Translated::withLiterals(const QStringList& literals) const {
     return s;
 }
 
-Translated translate(const QString& oracleSql, Dialect dialect) {
+Translated translateUncached(const QString& oracleSql, Dialect dialect) {
     if (dialect == Dialect::Oracle) return detail::splitOracle(oracleSql);
     return detail::translateForEngine(oracleSql, dialect);
+}
+
+namespace {
+
+// A translation or the refusal to rethrow: a bad text stays bad.
+struct Remembered {
+    std::optional<Translated> result;
+    std::optional<TranslateError> refusal;
+};
+
+// Texts remembered per dialect. Translated holds only implicitly shared
+// lists, so handing out a copy is cheap and a caller's changes detach it
+// from the remembered one.
+class Memory {
+public:
+    static constexpr qsizetype kMaxTexts = 4096;
+
+    Translated translate(const QString& text, Dialect dialect) {
+        QHash<QString, Remembered>& texts = byDialect_[int(dialect)];
+        {
+            std::shared_lock lock(mutex_);
+            const auto it = texts.constFind(text);
+            if (it != texts.cend()) return answer(*it);
+        }
+        Remembered r;
+        try {
+            r.result = translateUncached(text, dialect);
+        } catch (const TranslateError& e) {
+            r.refusal = e;
+        }
+        {
+            std::unique_lock lock(mutex_);
+            if (count_ >= kMaxTexts) {
+                for (QHash<QString, Remembered>& h : byDialect_) h.clear();
+                count_ = 0;
+            }
+            if (!texts.contains(text)) {
+                // A copy of its own: the caller's text may wrap raw data it frees.
+                texts.insert(QString(text.constData(), text.size()), r);
+                ++count_;
+            }
+        }
+        return answer(r);
+    }
+
+private:
+    static Translated answer(const Remembered& r) {
+        if (r.refusal) throw *r.refusal;
+        return *r.result;
+    }
+
+    std::shared_mutex mutex_;
+    QHash<QString, Remembered> byDialect_[3];
+    qsizetype count_ = 0;
+};
+
+}  // namespace
+
+Translated translate(const QString& oracleSql, Dialect dialect) {
+    static Memory memory;
+    return memory.translate(oracleSql, dialect);
 }
 
 QStringList parameterNames(const QString& oracleSql) {

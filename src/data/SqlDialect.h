@@ -59,7 +59,13 @@ struct Translated {
 
 // Translate an Oracle text for the dialect. Oracle: unchanged apart from the
 // split at parameter places. Throws TranslateError.
+// Screens send the same texts again and again, so each (dialect, text) is
+// translated once and remembered, a refusal as well as a result (a few
+// thousand texts at most; the memory starts over when full). Safe to call
+// from several threads; every caller gets its own copy.
 Translated translate(const QString& oracleSql, Dialect dialect);
+// The same translation without the memory: what a first call costs.
+Translated translateUncached(const QString& oracleSql, Dialect dialect);
 
 // Distinct parameter names of a text in order of first appearance, as
 // written (case kept); the names the dataset offers in its parameter list.

@@ -3,10 +3,6 @@
 // rollback, the refusal of bad options; over a small demo utility it finds
 // every planted case and exactly what an independent reading of the rules
 // finds; and the program tarvin-alarms. On both engines.
-#include <gtest/gtest.h>
-
-#include <QDateTime>
-#include <QProcess>
 #include <QSet>
 #include <QSqlQuery>
 #include <map>
@@ -14,7 +10,7 @@
 #include "AlarmScan.h"
 #include "DemoGenerator.h"
 #include "data/MidasQuery.h"
-#include "TestDb.h"
+#include "Fixtures.h"
 
 using namespace tarvin::test;
 namespace al = tarvin::alarms;
@@ -27,13 +23,11 @@ class AlarmScan : public EngineTest {
 protected:
     void SetUp() override {
         db = std::make_unique<TestDatabase>(dialect());
-        db->exec("insert into z_dwbm (dm, mc, sjdw) values ('01', '南江市供电公司', null)");
-        db->exec("insert into z_dwbm (dm, mc, sjdw) values ('0101', '城区供电分公司', '01')");
-        db->exec("insert into z_dwbm (dm, mc, sjdw) values ('0102', '郊区供电分公司', '01')");
+        units(*db);
     }
 
     void customer(const QString& hh, const QString& dw = "0101", const QString& xhbz = "否") {
-        db->exec("insert into y_khda (hh, hm, dw, xhbz) values (?, ?, ?, ?)", {hh, "客户" + hh, dw, xhbz});
+        tarvin::test::customer(*db, hh, "客户" + hh, {}, dw, xhbz);
     }
     // A customer on a dedicated transformer of `rl` kVA.
     void dedicated(const QString& hh, double rl = 400, const QString& dw = "0101") {
@@ -68,13 +62,7 @@ protected:
     }
     // "HH:BJDM" of the alarms of a month.
     QStringList alarms(const QString& ny = "202501") {
-        QSqlQuery q(db->db());
-        q.prepare("select hh, bjdm from e_bjtx where ny = ? order by hh, bjdm");
-        q.addBindValue(ny);
-        EXPECT_TRUE(q.exec());
-        QStringList out;
-        while (q.next()) out << q.value(0).toString() + ":" + q.value(1).toString();
-        return out;
+        return rows(*db, "select hh || ':' || bjdm from e_bjtx where ny = ? order by hh, bjdm", {ny});
     }
     QString text(const QString& hh, const QString& bjdm, const QString& ny = "202501") {
         return db->scalar("select bjxm from e_bjtx where ny = ? and hh = ? and bjdm = ?", {ny, hh, bjdm}).toString();
@@ -83,26 +71,25 @@ protected:
 };
 
 TEST_P(AlarmScan, OutOfUseButUsedNeedsTheWholeMonthStoppedABrokenSealAndEnergy) {
-    dedicated("A1");  // stopped in December, seal broken, energy in January
-    stop("ZA1", "2024-12-15 00:00:00", QVariant(), "破损");
-    energy("A1", "202501", 812.6);
-    dedicated("A2");  // the seal intact
-    stop("ZA2", "2024-12-15 00:00:00", QVariant(), "完好");
-    energy("A2", "202501", 800);
-    dedicated("A3");  // stopped only on the 10th of the month
-    stop("ZA3", "2025-01-10 00:00:00", QVariant(), "破损");
-    energy("A3", "202501", 800);
-    dedicated("A4");  // stopped with a broken seal, but nothing used
-    stop("ZA4", "2024-12-15 00:00:00", QVariant(), "破损");
-    energy("A4", "202501", 0);
-    dedicated("A5");  // back in use before the month began
-    stop("ZA5", "2024-10-01 00:00:00", "2024-12-31 00:00:00", "破损");
-    energy("A5", "202501", 800);
-    dedicated("A6");  // two transformers out of use, one alarm
+    const struct {
+        const char *hh, *from, *to, *seal;
+        double kwh;
+    } cases[] = {
+        {"A1", "2024-12-15", nullptr, "破损", 812.6},     // stopped in December, seal broken, energy in January
+        {"A2", "2024-12-15", nullptr, "完好", 800},       // the seal intact
+        {"A3", "2025-01-10", nullptr, "破损", 800},       // stopped only on the 10th of the month
+        {"A4", "2024-12-15", nullptr, "破损", 0},         // stopped with a broken seal, but nothing used
+        {"A5", "2024-10-01", "2024-12-31", "破损", 800},  // back in use before the month began
+        {"A6", "2024-11-02", nullptr, "破损", 100},       // two transformers out of use, one alarm
+    };
+    for (const auto& c : cases) {
+        dedicated(c.hh);
+        stop(QStringLiteral("Z") + c.hh, c.from + QStringLiteral(" 00:00:00"), c.to ? QVariant(c.to + QStringLiteral(" 00:00:00")) : QVariant(),
+             QString::fromUtf8(c.seal));
+        energy(c.hh, "202501", c.kwh);
+    }
     transformer("ZA6b", "A6", 200);
-    stop("ZA6", "2024-11-02 00:00:00", QVariant(), "破损");
     stop("ZA6b", "2024-12-01 00:00:00", "2025-02-01 00:00:00", "破损");
-    energy("A6", "202501", 100);
 
     scan();
     EXPECT_EQ(alarms().filter(":01"), QStringList({"A1:01", "A6:01"}));
@@ -252,10 +239,7 @@ TEST_P(AlarmScan, ASecondRunAddsNothingAndKeepsHandledAlarms) {
     EXPECT_EQ(first.kinds[1].inserted, 1);
     EXPECT_EQ(first.kinds[1].kind.caption, QStringLiteral("专变客户，变压器无停用记录，抄见电量为零"));
     EXPECT_EQ(scan().inserted(), 0);
-    EXPECT_EQ(alarms(), QStringList({"B1:02", "D1:04"}));
-    EXPECT_EQ(db->scalar("select zt from e_bjtx where hh = 'D1'").toString(), QStringLiteral("已处理"));
-    EXPECT_EQ(db->scalar("select zt from e_bjtx where hh = 'B1'").toString(), QStringLiteral("未处理"));
-    EXPECT_EQ(db->scalar("select dw from e_bjtx where hh = 'B1'").toString(), QStringLiteral("0101"));
+    EXPECT_EQ(rows(*db, "select hh, bjdm, zt, dw from e_bjtx order by hh"), QStringList({"B1|02|未处理|0101", "D1|04|已处理|0101"}));
 }
 
 TEST_P(AlarmScan, AUnitTakesItsOwnCustomersAndThoseOfTheUnitsUnderIt) {
@@ -308,11 +292,9 @@ TEST_P(AlarmScan, AFailingKindRollsBackTheWholeRunAndBadOptionsAreRefused) {
 // Over the demo utility: every planted case is found, and what is found is
 // exactly what the rules, read independently from the raw rows, give.
 
-QDateTime timestamp(const QVariant& v) {
-    if (v.isNull()) return QDateTime();
-    if (v.typeId() == QMetaType::QDateTime) return v.toDateTime();
-    return QDateTime::fromString(v.toString().left(19), "yyyy-MM-dd HH:mm:ss");
-}
+// A stored date-time as canonical text, which compares as the time does.
+QString timestamp(const QVariant& v) { return asText(v).left(19); }
+QString dayStart(const QDate& d) { return d.toString("yyyy-MM-dd 00:00:00"); }
 
 struct Month {
     double active = 0, reactive = 0, standard = 0;
@@ -347,17 +329,16 @@ std::map<QString, QSet<QString>> expectedByTheRules(TestDatabase& db, const QStr
     run("select hh, byqbh, rl, zt from y_yxbyq where byqlx = '专变' and hh is not null");
     while (q.next()) byq[q.value(0).toString()].push_back({q.value(1).toString(), q.value(2).toDouble(), q.value(3).toString() != QStringLiteral("停用")});
     struct Stop {
-        QDateTime from, to;
-        QString seal;
+        QString from, to, seal;  // `to` empty: still out of use
     };
     std::multimap<QString, Stop> stops;
     run("select byqbh, tyrq, hfrq, fyzt from y_byqty");
     while (q.next()) stops.insert({q.value(0).toString(), {timestamp(q.value(1)), timestamp(q.value(2)), q.value(3).toString()}});
-    std::map<QString, std::vector<QDateTime>> temporary;
+    std::map<QString, QStringList> temporary;
     run(QStringLiteral("select hh, yxrq from y_htxx where htlx = '%1'").arg(al::kTemporaryContract));
     while (q.next()) temporary[q.value(0).toString()].push_back(timestamp(q.value(1)));
 
-    const QDateTime ms = first.startOfDay(), me = next.startOfDay();
+    const QString ms = dayStart(first), me = dayStart(next);
     std::map<QString, QSet<QString>> out;
     for (const auto& [hh, transformers] : byq) {
         if (!open.contains(hh)) continue;
@@ -368,8 +349,8 @@ std::map<QString, QSet<QString>> expectedByTheRules(TestDatabase& db, const QStr
             if (b.inUse) inUse += b.rl;
             for (auto [it, end] = stops.equal_range(b.byqbh); it != end; ++it) {
                 const Stop& s = it->second;
-                if (s.from < ms && (!s.to.isValid() || s.to >= me) && s.seal == QStringLiteral("破损")) brokenAllMonth = true;
-                if (s.from < me && (!s.to.isValid() || s.to > ms)) stoppedInMonth = true;
+                if (s.from < ms && (s.to.isEmpty() || s.to >= me) && s.seal == QStringLiteral("破损")) brokenAllMonth = true;
+                if (s.from < me && (s.to.isEmpty() || s.to > ms)) stoppedInMonth = true;
             }
         }
         if (brokenAllMonth && now.read && now.active > 0) out["01"] << hh;
@@ -382,18 +363,15 @@ std::map<QString, QSet<QString>> expectedByTheRules(TestDatabase& db, const QStr
         if (open.contains(hh) && m.standard > 0 && m.active > 0 && m.reactive == 0) out["03"] << hh;
     const QDate ref = first == QDate(today.year(), today.month(), 1) ? today : next.addDays(-1);
     for (const auto& [hh, ends] : temporary) {
-        const QDateTime latest = *std::max_element(ends.begin(), ends.end());
-        if (open.contains(hh) && latest >= ref.startOfDay() && latest < ref.addDays(days + 1).startOfDay()) out["06"] << hh;
+        const QString latest = *std::max_element(ends.begin(), ends.end());
+        if (open.contains(hh) && latest >= dayStart(ref) && latest < dayStart(ref.addDays(days + 1))) out["06"] << hh;
     }
     return out;
 }
 
 TEST_P(AlarmScan, OnTheDemoUtilityEveryPlantedCaseIsFoundAndNothingOutsideTheRules) {
     TestDatabase demo(dialect(), false, "alarm_demo");
-    tarvin::demo::DemoOptions o;
-    o.customers = 1500;
-    o.seed = 3;
-    o.today = QDate(2025, 3, 12);
+    const tarvin::demo::DemoOptions o{.customers = 1500, .seed = 3, .today = QDate(2025, 3, 12)};
     const tarvin::demo::DemoSummary s = tarvin::demo::createDemoDatabase(demo.db(), o);
     const QString ny = "202503";
 
@@ -431,17 +409,7 @@ TARVIN_INSTANTIATE_ENGINES(AlarmScan);
 // ---------------------------------------------------------------------------
 // The program
 
-struct ProgramRun {
-    int code;
-    QString out, err;
-};
-
-ProgramRun tarvinAlarms(const QStringList& args) {
-    QProcess p;
-    p.start(QStringLiteral(TARVIN_BIN_DIR "/tarvin-alarms"), args);
-    EXPECT_TRUE(p.waitForFinished(60000));
-    return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()), QString::fromUtf8(p.readAllStandardError())};
-}
+ProgramRun tarvinAlarms(const QStringList& args) { return runProgram(QStringLiteral("tarvin-alarms"), args); }
 
 TEST_P(AlarmScan, TheProgramPrintsALinePerKindAndASummaryAndRefusesBadArguments) {
     dedicated("B1");

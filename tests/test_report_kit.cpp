@@ -2,8 +2,6 @@
 // and written as PDF (read back with pdftotext), pages that break with the
 // header repeated and numbered, layouts built in code, preview and print,
 // and the messages of templates that cannot be used. On both engines.
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QPrintPreviewDialog>
 #include <QPrintPreviewWidget>
@@ -17,8 +15,9 @@
 #include "data/MidasQuery.h"
 #include "report/Report.h"
 #include "report/ReportTemplate.h"
+#include "Corpus.h"
+#include "Fixtures.h"
 #include "ScreenHarness.h"
-#include "TestDb.h"
 
 using namespace tarvin::test;
 using tarvin::report::EReportError;
@@ -29,14 +28,6 @@ using tarvin::report::TReportLayout;
 namespace {
 
 const QString kAlarmList = QStringLiteral("报警提醒清单");
-
-// The alarm screen's list query, as it runs it.
-const QString kListSql = QStringLiteral(
-    "SELECT DISTINCT C.*,D.HM,D.YDDZ \nFROM e_bjtx C,Y_KHDA D,Z_YWX E\nWHERE \n  C.ZT='未处理'\n AND C.HH = D.HH and c.dw=:dw\n"
-    " And exists(select 1 from \n    z_czyygw a1,z_gw b1,z_gwyzn c1 ,\n    z_ywzn d1,z_znyywx e1\n    where a1.czydm = :czydm\n"
-    "      and a1.zdm  = c1.gwdm   and  c1.gwdm = b1.dm  and b1.sfyx = 1\n"
-    "      and c1.zndm = e1.zndm   and  e1.zndm = d1.dm  and d1.sfyx = 1 \n      and e1.cldm ='40099')\n"
-    " AND EXISTS(SELECT 1 FROM e_bjxz\n     WHERE czydm = :czydm\n      AND bjdm = c.bjdm \n      AND sfyx='是')\norder by c.bjdm,c.txrq");
 
 // A CJK font gives one glyph to several code points (an ideograph and its
 // radical forms), and the PDF writer names each glyph by the lowest of
@@ -94,12 +85,8 @@ protected:
         db = std::make_unique<TestDatabase>(dialect());
         // One operator whose post grants the alarm-handling code, with the
         // kinds 02 and 04 switched on.
-        db->exec("insert into z_dwbm (dm, mc) values ('0101', '城区供电分公司')");
-        db->exec("insert into z_gw (dm, mc, dw, sfyx) values ('G1', '用电检查班长', '0101', 1)");
-        db->exec("insert into z_czyygw (czydm, zdm) values ('0101002', 'G1')");
-        db->exec("insert into z_ywzn (dm, mc, sfyx) values ('ZN40099', '异常客户报警处理', 1)");
-        db->exec("insert into z_gwyzn (gwdm, zndm) values ('G1', 'ZN40099')");
-        db->exec("insert into z_znyywx (zndm, cldm) values ('ZN40099', '40099')");
+        units(*db);
+        grant(*db, "0101002", {"40099"});
         for (const char* k : {"02", "04"}) db->exec("insert into e_bjxz (czydm, bjdm, sfyx) values ('0101002', ?, '是')", {QLatin1String(k)});
     }
     // `n` open alarms for customers first .. first+n-1, every third with a
@@ -110,8 +97,7 @@ protected:
                                       "南江市第二人民医院", "南江市金穗米业有限公司", "南江市恒通物流园", "南江市瑞丰纺织有限公司"};
         for (int i = first; i < first + n; ++i) {
             const QString hh = QStringLiteral("%1").arg(i, 10, 10, QLatin1Char('0'));
-            db->exec("insert into y_khda (hh, hm, yddz, dw) values (?, ?, ?, '0101')",
-                     {hh, QString::fromUtf8(names[i % 8]), QStringLiteral("南江市城区解放路%1号").arg(i)});
+            customer(*db, hh, QString::fromUtf8(names[i % 8]), QStringLiteral("南江市城区解放路%1号").arg(i));
             db->exec("insert into e_bjtx (ny, hh, bjdm, bjxm, dw, zt, txrq) values ('202501', ?, ?, ?, '0101', '未处理', ?)",
                      {hh, bjdm, numbered ? text + QString::number(i) : text,
                       i % 3 == 0 ? QVariant(QStringLiteral("2025-01-%1 09:30:00").arg(i % 28 + 1, 2, 10, QLatin1Char('0'))) : QVariant()});
@@ -121,17 +107,22 @@ protected:
     void addLongAlarms(int n) {
         addAlarms(n, "02", QStringLiteral("专变客户本月电量较上月大幅波动，请核实计量装置运行情况、客户生产经营情况及是否存在窃电嫌疑，编号"), 1, true);
     }
+    // The alarm screen's list, as it runs it (the corpus's text).
     void openList(TMidasQuery& q) {
-        q.SQL().SetText(kListSql);
+        q.SQL().SetText(corpus::entry("9.3/Mqry_Bj").lines.join(u'\n'));
         q.ParamByName("dw").SetAsString("0101");
         q.ParamByName("czydm").SetAsString("0101002");
         q.Open();
     }
-    void alarmVariables(TReport& r) {
+    // The alarm list from z_report over that list, with the screen's variables.
+    void alarmReport(TReport& r, TMidasQuery& q) {
+        openList(q);
+        r.LoadFromDatabase(kAlarmList);
         r.Variables().Clear();
         r.Variables().Add("Dwdm='0101'");
         r.Variables().Add("Dwmc='城区供电分公司'");
         r.Variables().Add("Czydm='0101002'");
+        r.SetDataSet(&q);
     }
     std::unique_ptr<TestDatabase> db;
     QTemporaryDir dir;
@@ -143,14 +134,10 @@ TEST_P(ReportKit, TheAlarmListFromZReportPrintsTheVariablesAndEveryRow) {
     addAlarms(2, "04", QStringLiteral("本月电量182526千瓦时，上月72815千瓦时，上升150.7％"), 5);
     addAlarms(1, "05", QStringLiteral("本月电量206971千瓦时，专变容量250千伏安，本月720小时，负载率115.0％"), 7);  // kind off: not listed
     TMidasQuery q;
-    openList(q);
+    TReport r;
+    alarmReport(r, q);
     ASSERT_EQ(q.RecordCount(), 6);
     q.SetRecNo(4);
-
-    TReport r;
-    r.LoadFromDatabase(kAlarmList);
-    alarmVariables(r);
-    r.SetDataSet(&q);
     const QString pdf = dir.filePath("list.pdf");
     r.ExportPdf(pdf);
     EXPECT_EQ(q.RecNo(), 4) << "printing leaves the list's current row alone";
@@ -190,12 +177,9 @@ TEST_P(ReportKit, RowsFlowOverPagesWithTheHeaderOnEachAndNumberedPages) {
     // the measured heights.
     addLongAlarms(90);
     TMidasQuery q;
-    openList(q);
-    ASSERT_EQ(q.RecordCount(), 90);
     TReport r;
-    r.LoadFromDatabase(kAlarmList);
-    alarmVariables(r);
-    r.SetDataSet(&q);
+    alarmReport(r, q);
+    ASSERT_EQ(q.RecordCount(), 90);
     const int pages = r.PageCount();
     ASSERT_GE(pages, 3);
     const QString pdf = dir.filePath("long.pdf");
@@ -264,11 +248,8 @@ TEST_P(ReportKit, ALayoutBuiltInCodePrintsItsTextsAndCaptionsSetByTheCaller) {
 TEST_P(ReportKit, PreviewAndPrintShowTheSamePages) {
     addLongAlarms(40);
     TMidasQuery q;
-    openList(q);
     TReport r;
-    r.LoadFromDatabase(kAlarmList);
-    alarmVariables(r);
-    r.SetDataSet(&q);
+    alarmReport(r, q);
     const int pages = r.PageCount();
     ASSERT_GE(pages, 2);
 

@@ -1,13 +1,16 @@
-// The line, code and inspector pickers on a demo utility, as its operators
-// meet them: each lists what the database holds for the unit (and the
-// pictures in docs/screens come from here).
+// The four pickers on a demo utility, as its operators meet them: each
+// lists what the database holds for the unit (and the pictures in
+// docs/screens come from here).
 #include <gtest/gtest.h>
 
+#include <QCheckBox>
+#include <QLineEdit>
 #include <QSqlQuery>
 #include <QTableView>
 #include <QTreeWidget>
 
 #include "DemoGenerator.h"
+#include "pickers/Frm_Gy_Qkhbh.h"
 #include "pickers/Frm_Jc_CodeSelect.h"
 #include "pickers/Frm_Jc_Jcryxs.h"
 #include "pickers/Frm_Jc_SelectXl.h"
@@ -40,6 +43,17 @@ protected:
 
 TEST_P(PickersOnDemo, EachPickerListsTheUnitsRows) {
     {
+        TGy_Qkhbh_Frm s;
+        showActive(&s);
+        click(&s, u"Ckb_hm"_s);
+        s.Edt_hm->insert(u"王"_s);
+        press(s.Edt_hm, Qt::Key_Return);
+        EXPECT_EQ(s.Dbg_Fkhbh->model()->rowCount(), column(u"SELECT hh FROM y_khda WHERE hm LIKE '王%'"_s).size());
+        EXPECT_GT(s.Dbg_Fkhbh->model()->rowCount(), 0);
+        s.Dbg_Fkhbh->setFocus();
+        screenshot(&s, u"picker-customer"_s);
+    }
+    {
         TJc_SelectXl_Frm s;
         showActive(&s);
         const QStringList tops = column(u"SELECT xlmc FROM y_xl WHERE sjxlbh = '00001' AND dw = '0101' ORDER BY xlmc"_s);
@@ -60,12 +74,9 @@ TEST_P(PickersOnDemo, EachPickerListsTheUnitsRows) {
         TJc_CodeSelect_Frm s;
         s.SelectSql = " select byqbh,byqmc from v_gybyq  WHERE  dw='" + Gdw + "'" + " order BY byqbh  ";
         s.FormTitle = u"公变台区"_s;
-        s.DefaultField = 0;
         s.FieldList = u"BYQBH:变压器编号|BYQMC:变压器名称|"_s;
         showActive(&s);
-        EXPECT_EQ(s.windowTitle(), u"公变台区"_s);
-        EXPECT_EQ(s.Dbg_List->model()->rowCount(),
-                  column(u"SELECT byqbh FROM v_gybyq WHERE dw = '0101'"_s).size());
+        EXPECT_EQ(s.Dbg_List->model()->rowCount(), column(u"SELECT byqbh FROM v_gybyq WHERE dw = '0101'"_s).size());
         EXPECT_GT(s.Dbg_List->model()->rowCount(), 0);
         screenshot(&s, u"picker-code"_s);
     }

@@ -150,6 +150,7 @@ QStringList splitStatements(const QString& script) {
 void createSchema(const QSqlDatabase& connection) {
     QSqlDatabase db = connection;
     if (!db.isOpen()) throw EDatabaseError(QStringLiteral("Cannot create the reference schema: the connection is not open"));
+    prepareConnection(db);
     const QStringList statements = splitStatements(schemaScript(dialectOf(db)));
     if (!db.transaction())
         throw EDatabaseError(QStringLiteral("Cannot create the reference schema: %1").arg(db.lastError().text()));

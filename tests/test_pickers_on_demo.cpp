@@ -92,6 +92,6 @@ TEST_P(PickersOnDemo, EachPickerListsTheUnitsRows) {
     }
 }
 
-TARVIN_INSTANTIATE_ENGINES(PickersOnDemo);
+TARVIN_INSTANTIATE_ENGINES_AND_OPENERS(PickersOnDemo);
 
 }  // namespace

@@ -1536,6 +1536,9 @@ DemoSummary writeDemo(const QSqlDatabase& db, const DemoOptions& options, const 
     if (options.customers < options.units)
         throw EDatabaseError(QStringLiteral("%1 customers cannot fill %2 units: give at least one customer per unit")
                                  .arg(options.customers).arg(options.units));
+    // The writer reads the database clock and draws numbers through the
+    // routines, also on a connection its caller opened with plain Qt calls.
+    tarvin::db::prepareConnection(db);
     Generator g(db, options, progress);
     return g.run();
 }

@@ -3,7 +3,6 @@
 #include <QDateTime>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
 
@@ -27,10 +26,7 @@ QString asText(const QVariant& v) {
 }
 
 QStringList rows(TestDatabase& db, const QString& nativeSql, const QVariantList& binds) {
-    QSqlQuery q(db.db());
-    bool ok = q.prepare(nativeSql);
-    for (const QVariant& v : binds) q.addBindValue(v);
-    if (!ok || !q.exec()) ADD_FAILURE() << nativeSql.toStdString() << ": " << q.lastError().text().toStdString();
+    QSqlQuery q = db.query(nativeSql, binds);
     QStringList out;
     while (q.next()) {
         QStringList fields;

@@ -106,28 +106,19 @@ void TestDatabase::reopenWithPlainQt() {
 
 QSqlDatabase TestDatabase::db() const { return QSqlDatabase::database(connection_, false); }
 
-void TestDatabase::exec(const QString& nativeSql, const QVariantList& binds) {
+QSqlQuery TestDatabase::query(const QString& nativeSql, const QVariantList& binds) {
     QSqlQuery q(db());
-    bool ok;
-    if (binds.isEmpty()) {
-        ok = q.exec(nativeSql);
-    } else {
-        ok = q.prepare(nativeSql);
-        for (const QVariant& v : binds) q.addBindValue(v);
-        ok = ok && q.exec();
-    }
+    bool ok = binds.isEmpty() ? q.exec(nativeSql) : q.prepare(nativeSql);
+    for (const QVariant& v : binds) q.addBindValue(v);
+    if (!binds.isEmpty()) ok = ok && q.exec();
     if (!ok) ADD_FAILURE() << nativeSql.toStdString() << ": " << q.lastError().text().toStdString();
+    return q;
 }
 
+void TestDatabase::exec(const QString& nativeSql, const QVariantList& binds) { query(nativeSql, binds); }
+
 QVariant TestDatabase::scalar(const QString& nativeSql, const QVariantList& binds) {
-    QSqlQuery q(db());
-    bool ok = q.prepare(nativeSql);
-    for (const QVariant& v : binds) q.addBindValue(v);
-    ok = ok && q.exec();
-    if (!ok) {
-        ADD_FAILURE() << nativeSql.toStdString() << ": " << q.lastError().text().toStdString();
-        return {};
-    }
+    QSqlQuery q = query(nativeSql, binds);
     return q.next() ? q.value(0) : QVariant();
 }
 

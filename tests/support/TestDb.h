@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QString>
 #include <QVariant>
 #include <gtest/gtest.h>
@@ -51,6 +52,8 @@ public:
     tarvin::sql::Dialect dialect() const { return dialect_; }
     // Runs engine-native SQL; fails the test with the driver's message.
     void exec(const QString& nativeSql, const QVariantList& binds = {});
+    // The same, its rows to be read.
+    QSqlQuery query(const QString& nativeSql, const QVariantList& binds = {});
     // First column of the first row of engine-native SQL (invalid if none).
     QVariant scalar(const QString& nativeSql, const QVariantList& binds = {});
 

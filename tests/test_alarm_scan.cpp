@@ -304,15 +304,12 @@ struct Month {
 std::map<QString, QSet<QString>> expectedByTheRules(TestDatabase& db, const QString& ny, const QDate& today, int days) {
     const QDate first(ny.left(4).toInt(), ny.mid(4).toInt(), 1), next = first.addMonths(1);
     const QString last = first.addMonths(-1).toString("yyyyMM");
-    QSqlQuery q(db.db());
-    const auto run = [&](const QString& sql) { EXPECT_TRUE(q.exec(sql)) << sql.toStdString(); };
-
     QSet<QString> open;
-    run("select hh, xhbz from y_khda");
+    QSqlQuery q = db.query("select hh, xhbz from y_khda");
     while (q.next())
         if (q.value(1).toString() != QStringLiteral("是")) open << q.value(0).toString();
     std::map<QString, std::map<QString, Month>> ledger;  // ny -> hh -> month
-    run(QStringLiteral("select hh, ny, jffdl, jfpdl, jfgdl, wgdl, llkhbz from b_dltzxx where ny in ('%1', '%2')").arg(ny, last));
+    q = db.query(QStringLiteral("select hh, ny, jffdl, jfpdl, jfgdl, wgdl, llkhbz from b_dltzxx where ny in ('%1', '%2')").arg(ny, last));
     while (q.next()) {
         Month& m = ledger[q.value(1).toString()][q.value(0).toString()];
         m.read = true;
@@ -326,16 +323,16 @@ std::map<QString, QSet<QString>> expectedByTheRules(TestDatabase& db, const QStr
         bool inUse;
     };
     std::map<QString, std::vector<Byq>> byq;  // dedicated transformers by customer
-    run("select hh, byqbh, rl, zt from y_yxbyq where byqlx = '专变' and hh is not null");
+    q = db.query("select hh, byqbh, rl, zt from y_yxbyq where byqlx = '专变' and hh is not null");
     while (q.next()) byq[q.value(0).toString()].push_back({q.value(1).toString(), q.value(2).toDouble(), q.value(3).toString() != QStringLiteral("停用")});
     struct Stop {
         QString from, to, seal;  // `to` empty: still out of use
     };
     std::multimap<QString, Stop> stops;
-    run("select byqbh, tyrq, hfrq, fyzt from y_byqty");
+    q = db.query("select byqbh, tyrq, hfrq, fyzt from y_byqty");
     while (q.next()) stops.insert({q.value(0).toString(), {timestamp(q.value(1)), timestamp(q.value(2)), q.value(3).toString()}});
     std::map<QString, QStringList> temporary;
-    run(QStringLiteral("select hh, yxrq from y_htxx where htlx = '%1'").arg(al::kTemporaryContract));
+    q = db.query(QStringLiteral("select hh, yxrq from y_htxx where htlx = '%1'").arg(al::kTemporaryContract));
     while (q.next()) temporary[q.value(0).toString()].push_back(timestamp(q.value(1)));
 
     const QString ms = dayStart(first), me = dayStart(next);
@@ -377,9 +374,8 @@ TEST_P(AlarmScan, OnTheDemoUtilityEveryPlantedCaseIsFoundAndNothingOutsideTheRul
 
     // The demo raised this month's alarms with the scan; they are the rules' own.
     const auto expected = expectedByTheRules(demo, ny, o.today, al::kDefaultDays);
-    QSqlQuery q(demo.db());
     std::map<QString, QSet<QString>> found;
-    ASSERT_TRUE(q.exec("select bjdm, hh, zt from e_bjtx where ny = '" + ny + "'"));
+    QSqlQuery q = demo.query("select bjdm, hh, zt from e_bjtx where ny = ?", {ny});
     int rows = 0;
     while (q.next()) {
         found[q.value(0).toString()] << q.value(1).toString();

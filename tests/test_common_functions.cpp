@@ -19,7 +19,7 @@
 #include "data/DataModules.h"
 #include "Corpus.h"
 #include "Fixtures.h"
-#include "ScreenHarness.h"
+#include "ModuleTest.h"
 #include "frame/Unit_zt_gobal.h"
 #include "common/Unt_Jc_Message.h"
 #include "common/Unt_Zt_Message.h"
@@ -33,39 +33,35 @@ using tarvin::sql::Dialect;
 
 namespace {
 
-// A fresh database behind `Shdl` with the data modules created on it, and
-// the session's business code restored afterwards.
-class CommonDb : public EngineTest {
+// The module's world, and the session's business code restored afterwards.
+class CommonDb : public ModuleTest {
 protected:
     void SetUp() override {
-        db_ = std::make_unique<TestDatabase>(dialect());
-        CreateDataModules();
+        ModuleTest::SetUp();
         savedYwdm_ = ywdm;
     }
     void TearDown() override {
         ywdm = savedYwdm_;
-        FreeDataModules();
-        db_.reset();
+        ModuleTest::TearDown();
     }
 
     // Moves a numbering sequence to its last number.
     void exhaust(const QString& name) {
         if (dialect() == Dialect::SQLite)
-            db_->exec(u"UPDATE z_xlh SET dqz = zdz WHERE xlm = ?"_s, {name});
+            db->exec(u"UPDATE z_xlh SET dqz = zdz WHERE xlm = ?"_s, {name});
         else
-            db_->exec(u"SELECT setval('seq_%1', 9999999999)"_s.arg(name.toLower()));
+            db->exec(u"SELECT setval('seq_%1', 9999999999)"_s.arg(name.toLower()));
     }
 
     void application(const QString& cdbh, const QString& hh, const QString& hm,
                      const QString& yw, const QString& item) {
-        db_->exec(u"INSERT INTO a_khsqxx (cdbh, hh, hm, ywdm, dw) VALUES (?, ?, ?, ?, '01')"_s,
+        db->exec(u"INSERT INTO a_khsqxx (cdbh, hh, hm, ywdm, dw) VALUES (?, ?, ?, ?, '01')"_s,
                   {cdbh, hh, hm, yw});
         if (!item.isEmpty())
-            db_->exec(u"INSERT INTO z_dqgw (cdbh, ywdm, khbh, hm, dqywxmc) VALUES (?, ?, ?, ?, ?)"_s,
+            db->exec(u"INSERT INTO z_dqgw (cdbh, ywdm, khbh, hm, dqywxmc) VALUES (?, ?, ?, ?, ?)"_s,
                       {cdbh, yw, hh, hm, item});
     }
 
-    std::unique_ptr<TestDatabase> db_;
     QString savedYwdm_;
 };
 
@@ -153,14 +149,14 @@ TEST_P(CommonDb, PlanNumbersFollowTheLargestPlan) {
     EXPECT_EQ(GetNewJhbh(), u"0001"_s);
     EXPECT_EQ(q->SQL().Lines(), corpus::entry(u"1.4/GetNewJhbh/any"_s).lines);
 
-    db_->exec(u"INSERT INTO e_jcjh (jhbh, jhlx, dw) VALUES ('0007', '年计划', '01')"_s);
-    db_->exec(u"INSERT INTO e_jcjh (jhbh, jhlx, dw) VALUES ('0041', '月计划', '01')"_s);
+    db->exec(u"INSERT INTO e_jcjh (jhbh, jhlx, dw) VALUES ('0007', '年计划', '01')"_s);
+    db->exec(u"INSERT INTO e_jcjh (jhbh, jhlx, dw) VALUES ('0041', '月计划', '01')"_s);
     EXPECT_EQ(GetNewJhbh(), u"0042"_s);
     EXPECT_EQ(q->SQL().Lines(), corpus::entry(u"1.4/GetNewJhbh/max"_s).lines);
     EXPECT_FALSE(q->Active());
 
     // Past four digits the number is written in full.
-    db_->exec(u"INSERT INTO e_jcjh (jhbh, jhlx, dw) VALUES ('9999', '月计划', '01')"_s);
+    db->exec(u"INSERT INTO e_jcjh (jhbh, jhlx, dw) VALUES ('9999', '月计划', '01')"_s);
     EXPECT_EQ(GetNewJhbh(), u"10000"_s);
 }
 
@@ -172,7 +168,7 @@ TEST_P(CommonDb, UndoYysqRemovesTheApplicationOfOneDocument) {
     application(u"0000000101"_s, u"0100000001"_s, u"张三"_s, u"401"_s, u"派工"_s);
     application(u"0000000102"_s, u"0100000001"_s, u"张三"_s, u"401"_s, u"派工"_s);
     UndoYysq(u"0000000101"_s);
-    EXPECT_EQ(rows(*db_, u"SELECT cdbh FROM z_dqgw UNION ALL SELECT cdbh FROM a_khsqxx"_s),
+    EXPECT_EQ(rows(*db, u"SELECT cdbh FROM z_dqgw UNION ALL SELECT cdbh FROM a_khsqxx"_s),
               (QStringList{u"0000000102"_s, u"0000000102"_s}));
     const corpus::Entry& block = corpus::entry(u"1.4/UndoYysq"_s);
     TMidasQuery* q = Dataset_Jc_Func->MQry_Select;
@@ -219,7 +215,7 @@ TEST_P(CommonDb, CheckKhSqxxListsCasesInProgressAndStopsAtBusiness135ForAChangeO
 }
 
 TEST_P(CommonDb, IsValidKhWantsAnOpenAccountOfTheUnit) {
-    corpus::loadFixture(*db_);
+    corpus::loadFixture(*db);
     EXPECT_TRUE(IsValidKh(u"0000000001"_s, u"0101"_s));
     EXPECT_FALSE(IsValidKh(u"0000000004"_s, u"0101"_s));  // closed
     EXPECT_FALSE(IsValidKh(u"0000000005"_s, u"0101"_s));  // another unit
@@ -284,7 +280,7 @@ TEST_P(CommonDb, FourProcessesDrawDistinctDocumentNumbers) {
     for (int i = 0; i < kProcesses; ++i) {
         auto p = std::make_unique<QProcess>();
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(u"TARVIN_DRAW_URL"_s, db_->url());
+        env.insert(u"TARVIN_DRAW_URL"_s, db->url());
         env.insert(u"TARVIN_DRAW_COUNT"_s, QString::number(kEach));
         p->setProcessEnvironment(env);
         p->setProcessChannelMode(QProcess::ForwardedErrorChannel);

@@ -12,6 +12,7 @@
 #include "data/Connection.h"
 #include "DemoGenerator.h"
 #include "Fixtures.h"
+#include "ModuleLoader.h"
 #include "Schema.h"
 
 namespace {
@@ -395,12 +396,10 @@ TEST_P(WorkflowTest, GetsysdateFollowsTheDatabaseClock) {
 // ---------------------------------------------------------------------------
 // The catalogue the engine and the host's to-do list read
 
-TEST_P(WorkflowTest, EveryWaitingItemIsWorkedByAnExportOfTheModule) {
-    static const QStringList exports = {
-        QStringLiteral("show_jc_kykhjs"), QStringLiteral("show_jc_jhbp"),   QStringLiteral("show_jc_jcgzsp"),   QStringLiteral("show_jc_jcgzd"),
-        QStringLiteral("show_jc_qxqk"),   QStringLiteral("show_jc_jlyccl"), QStringLiteral("show_jc_njhbz"),    QStringLiteral("show_jc_yjhbz"),
-        QStringLiteral("show_jc_tbcltz"), QStringLiteral("show_jc_bjtx"),   QStringLiteral("show_jc_bjsz"),     QStringLiteral("show_jc_jcgzjgjl"),
-        QStringLiteral("show_jc_qxqkjl")};
+// The module's entries are the host's menu entries.
+TEST_P(WorkflowTest, EveryWaitingItemIsWorkedByAnEntryOfTheModule) {
+    QStringList exports;
+    for (const tarvin::host::MenuEntry& e : tarvin::host::menuEntries()) exports << QLatin1String(e.exportName);
     QSqlQuery q(db().db());
     ASSERT_TRUE(q.exec(QStringLiteral("SELECT e.ywxdm, e.export_name, y.ywxdm FROM tarvin_ywx_export e LEFT JOIN z_ywx y ON y.ywxdm = e.ywxdm")));
     QMap<QString, QString> mapped;

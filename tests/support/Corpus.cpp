@@ -3,8 +3,6 @@
 #include <QDir>
 #include <QFile>
 #include <QJsonDocument>
-#include <QSqlError>
-#include <QSqlQuery>
 #include <gtest/gtest.h>
 
 #include "data/Connection.h"
@@ -94,13 +92,9 @@ const Entry& entry(const QString& id) {
 void loadFixture(TestDatabase& db) {
     QFile f(corpusDir() + QStringLiteral("/fixture.sql"));
     ASSERT_TRUE(f.open(QIODevice::ReadOnly)) << show(f.fileName());
-    QSqlDatabase sdb = db.db();
-    ASSERT_TRUE(sdb.transaction());
-    for (const QString& s : tarvin::db::splitStatements(QString::fromUtf8(f.readAll()))) {
-        QSqlQuery q(sdb);
-        ASSERT_TRUE(q.exec(s)) << "fixture: " << show(q.lastError().text()) << "\n" << show(s);
-    }
-    ASSERT_TRUE(sdb.commit());
+    ASSERT_TRUE(db.db().transaction());
+    for (const QString& s : tarvin::db::splitStatements(QString::fromUtf8(f.readAll()))) db.exec(s);
+    ASSERT_TRUE(db.db().commit());
     tarvin::db::setFixedClock(db.connectionName(), QDateTime(QDate(2024, 4, 15), QTime(10, 0)));
 }
 

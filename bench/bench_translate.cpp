@@ -8,22 +8,16 @@
 //
 //   bench_translate [CUSTOMERS]   (default 20000)
 #include <QCoreApplication>
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
-#include <QFileInfo>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QTemporaryDir>
 #include <algorithm>
 #include <cstdio>
-#include <map>
 #include <tuple>
 #include <vector>
 
 #include "data/Connection.h"
 #include "DemoGenerator.h"
+#include "SqlCorpus.h"
 #include "data/MidasQuery.h"
 #include "data/SqlDialect.h"
 
@@ -38,71 +32,22 @@ constexpr int kTranslations = 50;  // translations of a text per timed round: en
 
 struct Query {
     QString id, text;
-    std::vector<std::pair<QString, QVariant>> params;
+    QVector<tarvin::corpus::Param> params;
 };
 
-QVariant valueOf(const QJsonArray& p) {
-    const QString type = p.at(1).toString();
-    const QJsonValue v = p.at(2);
-    if (type == QLatin1String("integer")) return v.toInteger();
-    if (type == QLatin1String("float")) return v.toDouble();
-    if (type == QLatin1String("date")) return QDate::fromString(v.toString(), Qt::ISODate);
-    if (type == QLatin1String("datetime")) return QDateTime::fromString(v.toString(), QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-    return v.toString();
-}
-
-void addParams(Query& q, const QJsonArray& params) {
-    for (const QJsonValue& v : params) {
-        const QJsonArray p = v.toArray();
-        // A name the text lacks is the screen's mistake, refused when bound.
-        if (p.at(1).toString() != QLatin1String("missing")) q.params.emplace_back(p.at(0).toString(), valueOf(p));
-    }
-}
-
-// The corpus's queries as the screens send them (tests/support/Corpus.h
-// reads the same files for the tests, with GoogleTest): statements, blocks
-// and texts meant to fail are left out, they change data or draw numbers.
+// The corpus's queries as the screens send them: statements, blocks and
+// texts meant to fail are left out, they change data or draw numbers.
 std::vector<Query> corpusQueries() {
-    const QDir dir(QFileInfo(QStringLiteral(__FILE__)).absolutePath() + QStringLiteral("/../tests/corpus"));
-    std::vector<QJsonObject> roots;
-    std::map<QString, QJsonObject> filters;
-    QString closing;
-    for (const QString& name : dir.entryList({QStringLiteral("*.json")}, QDir::Files, QDir::Name)) {
-        QFile f(dir.filePath(name));
-        if (!f.open(QIODevice::ReadOnly)) throw EDatabaseError(QStringLiteral("cannot read ") + f.fileName());
-        roots.push_back(QJsonDocument::fromJson(f.readAll()).object());
-        for (const QJsonValue& v : roots.back().value(QLatin1String("filters")).toArray())
-            filters[v.toObject().value(QLatin1String("name")).toString()] = v.toObject();
-        if (roots.back().contains(QLatin1String("closing"))) closing = roots.back().value(QLatin1String("closing")).toString();
-    }
+    const tarvin::corpus::Corpus& c = tarvin::corpus::corpus();
+    if (!c.problems.isEmpty()) throw EDatabaseError(c.problems.join(QLatin1Char('\n')));
     std::vector<Query> out;
-    for (const QJsonObject& root : roots) {
-        for (const QJsonValue& ev : root.value(QLatin1String("entries")).toArray()) {
-            const QJsonObject e = ev.toObject();
-            if (e.value(QLatin1String("run")).toString() == QLatin1String("exec") || e.contains(QLatin1String("setup")) ||
-                e.contains(QLatin1String("declare")) || e.value(QLatin1String("expect")).toObject().value(QLatin1String("error")).toBool())
-                continue;
-            Query q;
-            q.id = e.value(QLatin1String("id")).toString();
-            QStringList lines;
-            for (const QJsonValue& l : e.value(QLatin1String("lines")).toArray()) lines << l.toString();
-            if (e.contains(QLatin1String("concat"))) {
-                QString s;
-                for (const QJsonValue& v : e.value(QLatin1String("concat")).toArray())
-                    s += v.isObject() ? v.toObject().value(QLatin1String("v")).toString() : v.toString();
-                lines << s;
-            }
-            const QJsonArray used = e.value(QLatin1String("filters")).toArray();
-            for (const QJsonValue& f : used) {
-                const QJsonObject& filter = filters.at(f.toString());
-                lines << filter.value(QLatin1String("line")).toString();
-                addParams(q, filter.value(QLatin1String("params")).toArray());
-            }
-            if (!used.isEmpty()) lines << closing;
-            q.text = lines.join(QLatin1Char('\n'));
-            addParams(q, e.value(QLatin1String("params")).toArray());
-            out.push_back(std::move(q));
-        }
+    for (const tarvin::corpus::Entry& e : c.entries) {
+        if (!e.readsOnly()) continue;
+        Query q{e.id, c.text(e), {}};
+        // A name the text lacks is the screen's mistake, refused when bound.
+        for (const tarvin::corpus::Param& p : c.allParams(e))
+            if (p.type != QLatin1String("missing")) q.params << p;
+        out.push_back(std::move(q));
     }
     return out;
 }
@@ -110,7 +55,7 @@ std::vector<Query> corpusQueries() {
 // Opens the query as a screen does, every row fetched; its row count.
 int open(TMidasQuery& q, const Query& query) {
     PrepareSql(&q, query.text);
-    for (const auto& [name, value] : query.params) q.ParamByName(name).SetValue(value);
+    for (const tarvin::corpus::Param& p : query.params) tarvin::corpus::bindParam(q, p);
     q.Open();
     return q.RecordCount();
 }

@@ -44,8 +44,7 @@ protected:
     // This box ticked and no other (with the mouse), the focus on its input.
     static void only(TGy_Qkhbh_Frm& s, QCheckBox* box, QWidget* input) {
         for (QCheckBox* b : s.findChildren<QCheckBox*>())
-            if (b != box && b->isChecked()) click(&s, b->objectName());
-        if (!box->isChecked()) click(&s, box->objectName());
+            if (b->isChecked() != (b == box)) click(&s, b->objectName());
         input->setFocus();
     }
 
@@ -119,7 +118,7 @@ TEST_P(CustomerPicker, MainFlowByKeysWithRealBoxes) {
     EXPECT_EQ(s.sKhbh, second);
 }
 
-TEST_P(CustomerPicker, AccountNumberIsPaddedToTenAndALongerOneKept) {
+TEST_P(CustomerPicker, AccountNumberIsPaddedAndANameWithALaterCriterionIsASubstring) {
     TGy_Qkhbh_Frm s;
     showActive(&s);
     for (QWidget* input : s.findChildren<QLineEdit*>()) EXPECT_FALSE(input->isEnabled());
@@ -138,6 +137,21 @@ TEST_P(CustomerPicker, AccountNumberIsPaddedToTenAndALongerOneKept) {
     click(&s, u"Ckb_Hh"_s);
     EXPECT_FALSE(s.Edt_Hh->isEnabled());
     EXPECT_EQ(focused(), s.Ckb_hm);
+
+    // A name alone is a prefix; with a criterion later in the order too, a
+    // substring. A ticked identity card adds nothing, and alone is no search.
+    searchBy(s, s.Ckb_hm, s.Edt_hm, u"王"_s);
+    click(&s, u"Ckb_yddz"_s);
+    enter(u"城西"_s);
+    click(&s, u"CkB_sfz"_s);
+    enter(u"110101199001011234"_s);
+    search();
+    EXPECT_EQ(listSql(), where(u"YDDZ like '城西%' and HM like '%王%'"_s));
+    EXPECT_EQ(listed(s), (QStringList{u"0000000123"_s, u"0000001234"_s})) << "王明 and 李王 in 城西";
+    Gy_Khcx_Dm->Mqry_Fkhbh->Close();
+    only(s, s.CkB_sfz, s.Edt_sfz);
+    search();
+    EXPECT_FALSE(Gy_Khcx_Dm->Mqry_Fkhbh->Active());
 }
 
 TEST_P(CustomerPicker, ConditionTextsKeepEachCriterionsConnector) {
@@ -166,25 +180,6 @@ TEST_P(CustomerPicker, ConditionTextsKeepEachCriterionsConnector) {
                                "'%王%' and  CBCBH='CB01' and  YDDZ like '城西%' and  YHH='Y1234' and  KHLX='02' and  PYM "
                                "like 'CXQ%' and FKFS=1"_s));
     EXPECT_EQ(listed(s), QStringList{u"0000001234"_s});
-}
-
-// A name alone is a prefix; with a criterion later in the order too, a
-// substring. A ticked identity card adds nothing, and alone is no search.
-TEST_P(CustomerPicker, NameWithALaterCriterionIsASubstring) {
-    TGy_Qkhbh_Frm s;
-    showActive(&s);
-    searchBy(s, s.Ckb_hm, s.Edt_hm, u"王"_s);
-    click(&s, u"Ckb_yddz"_s);
-    enter(u"城西"_s);
-    click(&s, u"CkB_sfz"_s);
-    enter(u"110101199001011234"_s);
-    search();
-    EXPECT_EQ(listSql(), where(u"YDDZ like '城西%' and HM like '%王%'"_s));
-    EXPECT_EQ(listed(s), (QStringList{u"0000000123"_s, u"0000001234"_s})) << "王明 and 李王 in 城西";
-    Gy_Khcx_Dm->Mqry_Fkhbh->Close();
-    only(s, s.CkB_sfz, s.Edt_sfz);
-    search();
-    EXPECT_FALSE(Gy_Khcx_Dm->Mqry_Fkhbh->Active());
 }
 
 TEST_P(CustomerPicker, ThousandAreListedAndOneMoreKeepsThePreviousList) {

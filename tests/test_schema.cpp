@@ -24,45 +24,35 @@ TEST(SplitStatements, SemicolonsInsideTextsCommentsAndBodiesDoNotSplit) {
         "CREATE TABLE t (a VARCHAR(10) DEFAULT 'x;y', \"b;c\" NUMERIC);\n"
         "INSERT INTO t (a) VALUES ('it''s; fine'); /* block; comment */\n"
         "CREATE FUNCTION f() RETURNS void LANGUAGE plpgsql AS $$\n"
-        "BEGIN\n"
-        "    -- inside the body; kept\n"
-        "    DELETE FROM t WHERE a = 'q;';\n"
-        "END\n"
-        "$$;\n"
+        "BEGIN\n    -- inside the body; kept\n    DELETE FROM t WHERE a = 'q;';\nEND\n$$;\n"
         "CREATE FUNCTION g() RETURNS text LANGUAGE sql AS $body$ SELECT '$$;' $body$;\n"
-        "SELECT $1;\n"
-        "SELECT E'a\\';b', 'c\\';\n"
-        "   ;  \n");
-    const QStringList s = splitStatements(script);
-    ASSERT_EQ(s.size(), 6) << s.join(QStringLiteral("\n----\n")).toStdString();
-    EXPECT_EQ(s[0], QStringLiteral("CREATE TABLE t (a VARCHAR(10) DEFAULT 'x;y', \"b;c\" NUMERIC)"));
-    EXPECT_EQ(s[1], QStringLiteral("INSERT INTO t (a) VALUES ('it''s; fine')"));
-    EXPECT_TRUE(s[2].startsWith(QStringLiteral("CREATE FUNCTION f()")));
-    EXPECT_TRUE(s[2].contains(QStringLiteral("-- inside the body; kept")));
-    EXPECT_TRUE(s[2].endsWith(QStringLiteral("END\n$$")));
-    EXPECT_EQ(s[3], QStringLiteral("CREATE FUNCTION g() RETURNS text LANGUAGE sql AS $body$ SELECT '$$;' $body$"));
-    EXPECT_EQ(s[4], QStringLiteral("SELECT $1"));
-    EXPECT_EQ(s[5], QStringLiteral("SELECT E'a\\';b', 'c\\'"));
+        "SELECT $1;\nSELECT E'a\\';b', 'c\\';\n   ;  \n");
+    EXPECT_EQ(splitStatements(script),
+              (QStringList{"CREATE TABLE t (a VARCHAR(10) DEFAULT 'x;y', \"b;c\" NUMERIC)",
+                           "INSERT INTO t (a) VALUES ('it''s; fine')",
+                           "CREATE FUNCTION f() RETURNS void LANGUAGE plpgsql AS $$\n"
+                           "BEGIN\n    -- inside the body; kept\n    DELETE FROM t WHERE a = 'q;';\nEND\n$$",
+                           "CREATE FUNCTION g() RETURNS text LANGUAGE sql AS $body$ SELECT '$$;' $body$", "SELECT $1",
+                           "SELECT E'a\\';b', 'c\\'"}));
 }
 
-TEST(SplitStatements, UnterminatedPiecesAreReportedWithTheirLine) {
-    const auto messageOf = [](const QString& script) {
-        try {
-            splitStatements(script);
-        } catch (const EDatabaseError& e) {
-            return e.message();
-        }
-        return QString();
-    };
-    EXPECT_TRUE(messageOf(QStringLiteral("SELECT 1;\nSELECT 'open")).contains(QStringLiteral("line 2")));
-    EXPECT_TRUE(messageOf(QStringLiteral("SELECT 1;\n\nCREATE FUNCTION f() AS $$ BEGIN")).contains(QStringLiteral("line 3")));
-    EXPECT_TRUE(messageOf(QStringLiteral("/* never closed")).contains(QStringLiteral("comment")));
-    EXPECT_TRUE(splitStatements(QStringLiteral(" -- only a comment\n")).isEmpty());
+// The message of the EDatabaseError `f` raises; empty if it raises none.
+QString failureOf(const std::function<void()>& f) {
+    try {
+        f();
+    } catch (const EDatabaseError& e) {
+        return e.message();
+    }
+    return {};
 }
 
 // (That each engine's script installs, tables before views and routines,
-// every test database shows.)
-TEST(SchemaScript, OracleHasNoReferenceSchema) {
+// every test database shows; Oracle has none.)
+TEST(SplitStatements, UnterminatedPiecesAreReportedWithTheirLine) {
+    EXPECT_TRUE(failureOf([] { splitStatements("SELECT 1;\nSELECT 'open"); }).contains("line 2"));
+    EXPECT_TRUE(failureOf([] { splitStatements("SELECT 1;\n\nCREATE FUNCTION f() AS $$ BEGIN"); }).contains("line 3"));
+    EXPECT_TRUE(failureOf([] { splitStatements("/* never closed"); }).contains("comment"));
+    EXPECT_TRUE(splitStatements(" -- only a comment\n").isEmpty());
     EXPECT_THROW(schemaScript(Dialect::Oracle), EDatabaseError);
 }
 
@@ -74,33 +64,25 @@ class SchemaTest : public EngineTest {};
 
 TEST_P(SchemaTest, ASecondInstallFailsNamingTheStatementAndChangesNothing) {
     TestDatabase db(dialect(), /*withSchema=*/false);
-    db.exec(QStringLiteral("CREATE TABLE z_report (bbmc VARCHAR(100))"));
-    db.exec(QStringLiteral("INSERT INTO z_report (bbmc) VALUES ('kept')"));
-    QString message;
-    try {
-        createSchema(db.db());
-    } catch (const EDatabaseError& e) {
-        message = e.message();
-    }
-    EXPECT_TRUE(message.contains(QStringLiteral("CREATE TABLE z_report"))) << message.toStdString();
+    db.exec("CREATE TABLE z_report (bbmc VARCHAR(100))");
+    db.exec("INSERT INTO z_report (bbmc) VALUES ('kept')");
+    const QString message = failureOf([&] { createSchema(db.db()); });
+    EXPECT_TRUE(message.contains("CREATE TABLE z_report")) << message.toStdString();
     // The tables created before the failing statement went with the rollback.
-    QSqlQuery q(db.db());
-    EXPECT_FALSE(q.exec(QStringLiteral("SELECT dummy FROM dual")));
-    EXPECT_EQ(db.scalar(QStringLiteral("SELECT bbmc FROM z_report")).toString(), QStringLiteral("kept"));
+    EXPECT_FALSE(QSqlQuery(db.db()).exec("SELECT dummy FROM dual"));
+    EXPECT_EQ(db.scalar("SELECT bbmc FROM z_report").toString(), "kept");
 
-    db.exec(QStringLiteral("DROP TABLE z_report"));
+    db.exec("DROP TABLE z_report");
     EXPECT_NO_THROW(createSchema(db.db()));
-    EXPECT_EQ(db.scalar(QStringLiteral("SELECT count(*) FROM dual")).toInt(), 1);
+    EXPECT_EQ(db.scalar("SELECT count(*) FROM dual").toInt(), 1);
 }
 
 // The workflow of a business: its items from the first, following xywxdm.
 QStringList chainOf(TestDatabase& db, const QString& first) {
     QStringList items;
-    QString item = first;
-    while (!item.isEmpty() && items.size() < 20) {
+    for (QString item = first; !item.isEmpty() && items.size() < 20;
+         item = db.scalar("SELECT xywxdm FROM z_lcjd WHERE ywxdm = ?", {item}).toString())
         items << item;
-        item = db.scalar(QStringLiteral("SELECT xywxdm FROM z_lcjd WHERE ywxdm = ?"), {item}).toString();
-    }
     return items;
 }
 
@@ -108,21 +90,21 @@ TEST_P(SchemaTest, CatalogueHoldsTheWorkflowsAndBusinessesTheModuleStarts) {
     TestDatabase db(dialect());
     // (The inspection's own chain, item by item, is the workflow tests'.)
     for (const char* first : {"40101", "16001", "20101", "19101"}) {
-        const QStringList chain = chainOf(db, QLatin1String(first));
+        const QStringList chain = chainOf(db, first);
         EXPECT_GE(chain.size(), 2) << first;
         // Every item of a chain belongs to the business of its first item, and
         // no other item of that business leads into the first one.
-        for (const QString& item : chain) EXPECT_TRUE(item.startsWith(QLatin1String(first).left(3))) << item.toStdString();
-        EXPECT_EQ(db.scalar(QStringLiteral("SELECT count(*) FROM z_lcjd WHERE xywxdm = ?"), {QLatin1String(first)}).toInt(), 0);
+        for (const QString& item : chain) EXPECT_TRUE(item.startsWith(QString(first).left(3))) << item.toStdString();
+        EXPECT_EQ(db.scalar("SELECT count(*) FROM z_lcjd WHERE xywxdm = ?", {QLatin1String(first)}).toInt(), 0);
     }
     // Every workflow item is grantable, and so is the alarm-handling code.
-    EXPECT_EQ(db.scalar(QStringLiteral("SELECT count(*) FROM z_lcjd l WHERE NOT EXISTS (SELECT 1 FROM z_ywx y WHERE y.ywxdm = l.ywxdm)")).toInt(), 0);
-    EXPECT_EQ(db.scalar(QStringLiteral("SELECT count(*) FROM z_ywx WHERE ywxdm = '40099'")).toInt(), 1);
+    EXPECT_EQ(db.scalar("SELECT count(*) FROM z_lcjd l WHERE NOT EXISTS (SELECT 1 FROM z_ywx y WHERE y.ywxdm = l.ywxdm)").toInt(), 0);
+    EXPECT_EQ(db.scalar("SELECT count(*) FROM z_ywx WHERE ywxdm = '40099'").toInt(), 1);
     // The businesses the texts name are catalogued; business expansion is class 0001.
     for (const char* ywdm : {"160", "191", "201", "401", "402", "405", "120", "135"})
-        EXPECT_EQ(db.scalar(QStringLiteral("SELECT count(*) FROM z_dlyxyw WHERE ywdm = ?"), {QLatin1String(ywdm)}).toInt(), 1) << ywdm;
-    EXPECT_GT(db.scalar(QStringLiteral("SELECT count(*) FROM z_dlyxyw WHERE ywlbdm = '0001'")).toInt(), 5);
-    EXPECT_EQ(db.scalar(QStringLiteral("SELECT dummy FROM dual")).toString(), QStringLiteral("X"));
+        EXPECT_EQ(db.scalar("SELECT count(*) FROM z_dlyxyw WHERE ywdm = ?", {QLatin1String(ywdm)}).toInt(), 1) << ywdm;
+    EXPECT_GT(db.scalar("SELECT count(*) FROM z_dlyxyw WHERE ywlbdm = '0001'").toInt(), 5);
+    EXPECT_EQ(db.scalar("SELECT dummy FROM dual").toString(), "X");
 }
 
 // ---------------------------------------------------------------------------
@@ -131,11 +113,9 @@ TEST_P(SchemaTest, CatalogueHoldsTheWorkflowsAndBusinessesTheModuleStarts) {
 class ScreeningViews : public EngineTest {
 protected:
     void SetUp() override {
-        db_ = std::make_unique<TestDatabase>(dialect());
-        TestDatabase& d = *db_;
-        d.exec(QStringLiteral("INSERT INTO w_khlx (dm, mc) VALUES ('01', '居民')"));
-        d.exec(QStringLiteral("INSERT INTO w_dydj (dm, mc) VALUES ('02', '10kV')"));
         const char* customers[] = {
+            "INSERT INTO w_khlx (dm, mc) VALUES ('01', '居民')",
+            "INSERT INTO w_dydj (dm, mc) VALUES ('02', '10kV')",
             // A, B, D under periodic inspection; C closed; E and F without a cycle.
             "INSERT INTO y_khda (hh, hm, dw, khlx, dydj, htrl, cbcbh, xhbz, jczq) VALUES ('000000000A', '甲', '01', '01', '02', 50, 'C1', '否', 12)",
             "INSERT INTO y_khda (hh, hm, dw, khlx, dydj, htrl, cbcbh, jczq) VALUES ('000000000B', '乙', '01', '01', '02', 315, 'C1', 6)",
@@ -144,32 +124,30 @@ protected:
             "INSERT INTO y_khda (hh, hm, dw, htrl) VALUES ('000000000E', '戊', '01', 8)",
             "INSERT INTO y_khda (hh, hm, dw, htrl, jczq) VALUES ('000000000F', '己', '01', 8, 0)",
             // A: main source a public area, backup from a dedicated transformer; B: dedicated only.
-            "INSERT INTO y_gddy (hh, xh, dyxz, dylx, xlbh, byqbh) VALUES ('000000000A', 1, '主供', '公变', 'X1', 'T1')",
-            "INSERT INTO y_gddy (hh, xh, dyxz, dylx, xlbh, byqbh) VALUES ('000000000A', 2, '备用', '专变', 'X2', 'T9')",
-            "INSERT INTO y_gddy (hh, xh, dyxz, dylx, xlbh, byqbh) VALUES ('000000000B', 1, '主供', '专变', 'X1', 'T2')",
+            "INSERT INTO y_gddy (hh, xh, dyxz, dylx, xlbh, byqbh) VALUES ('000000000A', 1, '主供', '公变', 'X1', 'T1'), "
+            "('000000000A', 2, '备用', '专变', 'X2', 'T9'), ('000000000B', 1, '主供', '专变', 'X1', 'T2')",
             "INSERT INTO y_yxbyq (byqbh, byqmc, byqlx, dw) VALUES ('T1', '一号台区', '公变', '01')",
             "INSERT INTO y_yxbyq (byqbh, byqmc, byqlx, dw, hh) VALUES ('T2', '乙专变', '专变', '01', '000000000B')",
         };
-        for (const char* s : customers) d.exec(QString::fromUtf8(s));
+        for (const char* s : customers) db_.exec(s);
     }
     void ledger(const char* hh, const char* ny, const char* jfdbh, double peak, double flat, double valley) {
-        db_->exec(QStringLiteral("INSERT INTO b_dltzxx (hh, ny, jfdbh, jffdl, jfpdl, jfgdl) VALUES (?, ?, ?, ?, ?, ?)"),
+        db_.exec("INSERT INTO b_dltzxx (hh, ny, jfdbh, jffdl, jfpdl, jfgdl) VALUES (?, ?, ?, ?, ?, ?)",
                   {QLatin1String(hh), QLatin1String(ny), QLatin1String(jfdbh), peak, flat, valley});
     }
-    std::unique_ptr<TestDatabase> db_;
+    TestDatabase db_{dialect()};
 };
 
-TEST_P(ScreeningViews, CustomerMasterHasOneRowPerOpenAccountWithItsMainSource) {
+TEST_P(ScreeningViews, CustomerMasterAndZeroReadingRuns) {
     // Open accounts under periodic inspection only: not the closed C, not E
     // and F without a cycle; B has a dedicated transformer, so no area.
-    EXPECT_EQ(rows(*db_, QStringLiteral("SELECT hh, khlx, dydj, dydjdm, khlxdm, tch, xlbh, tqbh FROM v_yckhda ORDER BY hh")),
-              QStringList({QStringLiteral("000000000A|居民|10kV|02|01|C1|X1|T1"), QStringLiteral("000000000B|居民|10kV|02|01|C1|X1|"),
-                           QStringLiteral("000000000D|||||||")}));
-    db_->exec(QStringLiteral("UPDATE y_khda SET jczq = 24 WHERE hh = '000000000E'"));
-    EXPECT_EQ(db_->scalar(QStringLiteral("SELECT jczq FROM v_yckhda WHERE hh = '000000000E'")).toInt(), 24);
-}
+    EXPECT_EQ(rows(db_, "SELECT hh, khlx, dydj, dydjdm, khlxdm, tch, xlbh, tqbh FROM v_yckhda ORDER BY hh"),
+              QStringList({"000000000A|居民|10kV|02|01|C1|X1|T1", "000000000B|居民|10kV|02|01|C1|X1|",
+                           "000000000D|||||||"}));
+    db_.exec("UPDATE y_khda SET jczq = 24 WHERE hh = '000000000E'");
+    EXPECT_EQ(db_.scalar("SELECT jczq FROM v_yckhda WHERE hh = '000000000E'").toInt(), 24);
 
-TEST_P(ScreeningViews, ZeroReadingRunsCountBackToTheLastMonthWithEnergy) {
+    // Runs of zero readings count back to the last month with energy.
     ledger("000000000A", "200401", "1", 10, 80, 10);
     ledger("000000000A", "200402", "1", 0, 0, 0);
     ledger("000000000A", "200403", "1", 0, 0, 0);
@@ -178,36 +156,30 @@ TEST_P(ScreeningViews, ZeroReadingRunsCountBackToTheLastMonthWithEnergy) {
     ledger("000000000A", "200405", "1", 0, 0, 0);
     ledger("000000000B", "200403", "1", 0, 0, 0);  // zero from its first reading on
     ledger("000000000B", "200404", "1", 0, 0, 0);
-    EXPECT_EQ(rows(*db_, QStringLiteral("SELECT hh, ny, lxldys FROM v_lxld ORDER BY hh, ny")),
-              QStringList({QStringLiteral("000000000A|200401|0"), QStringLiteral("000000000A|200402|1"), QStringLiteral("000000000A|200403|2"),
-                           QStringLiteral("000000000A|200404|0"), QStringLiteral("000000000A|200405|1"), QStringLiteral("000000000B|200403|1"),
-                           QStringLiteral("000000000B|200404|2")}));
+    EXPECT_EQ(rows(db_, "SELECT hh, ny, lxldys FROM v_lxld ORDER BY hh, ny"),
+              QStringList({"000000000A|200401|0", "000000000A|200402|1", "000000000A|200403|2", "000000000A|200404|0",
+                           "000000000A|200405|1", "000000000B|200403|1", "000000000B|200404|2"}));
 }
 
-TEST_P(ScreeningViews, YearOnYearSwingAndPeakValleyRatio) {
+TEST_P(ScreeningViews, YearOnYearSwingPeakValleyRatioAndAreaLoss) {
     ledger("000000000A", "200307", "1", 20, 50, 30);
     ledger("000000000A", "200407", "1", 30, 80, 40);   // 150 against 100: 50 %
     ledger("000000000A", "200408", "1", 30, 80, 40);   // no 200308
     ledger("000000000B", "200307", "1", 0, 0, 0);
     ledger("000000000B", "200407", "1", 10, 10, 10);   // last year zero
     ledger("000000000B", "200407", "2", 10, 10, 0);    // second point: no valley
-    EXPECT_EQ(rows(*db_, QStringLiteral("SELECT hh, ny, bdl FROM v_qntqdlbd WHERE ny >= '200407' ORDER BY hh, ny")),
-              QStringList({QStringLiteral("000000000A|200407|50"), QStringLiteral("000000000A|200408|"), QStringLiteral("000000000B|200407|")}));
-    EXPECT_DOUBLE_EQ(db_->scalar(QStringLiteral("SELECT fgb FROM v_fgdlyc WHERE hh = '000000000A' AND ny = '200407'")).toDouble(), 75.0);
-    EXPECT_TRUE(db_->scalar(QStringLiteral("SELECT fgb FROM v_fgdlyc WHERE hh = '000000000B' AND ny = '200407' AND jfdbh = '2'")).isNull());
+    EXPECT_EQ(rows(db_, "SELECT hh, ny, bdl FROM v_qntqdlbd WHERE ny >= '200407' ORDER BY hh, ny"),
+              QStringList({"000000000A|200407|50", "000000000A|200408|", "000000000B|200407|"}));
+    EXPECT_DOUBLE_EQ(db_.scalar("SELECT fgb FROM v_fgdlyc WHERE hh = '000000000A' AND ny = '200407'").toDouble(), 75.0);
+    EXPECT_TRUE(db_.scalar("SELECT fgb FROM v_fgdlyc WHERE hh = '000000000B' AND ny = '200407' AND jfdbh = '2'").isNull());
     // Peak 10 against valley 10 is 100 %, not below it.
-    EXPECT_EQ(db_->scalar(QStringLiteral("SELECT count(*) FROM v_fgdlyc b WHERE b.ny = ? AND b.fgb < ?"),
-                          {QStringLiteral("200407"), QStringLiteral("100")}).toInt(), 1);
-}
-
-TEST_P(ScreeningViews, AreaLossComparesSuppliedWithBilledEnergy) {
-    db_->exec(QStringLiteral("INSERT INTO g_tqgdl (tqbh, ny, dw, gdl, shsx, shxx) VALUES ('T1', '200407', '01', 200, 8, 2)"));
-    db_->exec(QStringLiteral("INSERT INTO g_tqgdl (tqbh, ny, dw, gdl) VALUES ('T1', '200408', '01', 0)"));
-    ledger("000000000A", "200407", "1", 30, 80, 40);  // A is fed from T1: 150 of 200 billed
-    ledger("000000000B", "200407", "1", 30, 80, 40);  // B is not
-    EXPECT_EQ(rows(*db_, QStringLiteral("SELECT tqbh, ny, tqmc, xsl, shsx FROM g_gytqshfx WHERE dw = '01' ORDER BY ny")),
-              QStringList({QStringLiteral("T1|200407|一号台区|25|8"), QStringLiteral("T1|200408|一号台区||")}));
-    EXPECT_EQ(db_->scalar(QStringLiteral("SELECT count(*) FROM v_gybyq WHERE dw = '01'")).toInt(), 1);
+    EXPECT_EQ(db_.scalar("SELECT count(*) FROM v_fgdlyc WHERE ny = ? AND fgb < ?", {"200407", "100"}).toInt(), 1);
+    // Area T1 feeds A alone: 150 of its 200 billed.
+    db_.exec("INSERT INTO g_tqgdl (tqbh, ny, dw, gdl, shsx, shxx) VALUES ('T1', '200407', '01', 200, 8, 2), "
+              "('T1', '200408', '01', 0, NULL, NULL)");
+    EXPECT_EQ(rows(db_, "SELECT tqbh, ny, tqmc, xsl, shsx FROM g_gytqshfx WHERE dw = '01' ORDER BY ny"),
+              QStringList({"T1|200407|一号台区|25|8", "T1|200408|一号台区||"}));
+    EXPECT_EQ(db_.scalar("SELECT count(*) FROM v_gybyq WHERE dw = '01'").toInt(), 1);
 }
 
 TARVIN_INSTANTIATE_ENGINES(SchemaTest);

@@ -20,6 +20,7 @@
 #include "SqlCorpus.h"
 #include "data/MidasQuery.h"
 #include "data/SqlDialect.h"
+#include "screening/Unt_Jc_Kycslb.h"
 
 namespace {
 
@@ -38,6 +39,7 @@ struct Query {
 // The corpus's queries as the screens send them: statements, blocks and
 // texts meant to fail are left out, they change data or draw numbers.
 std::vector<Query> corpusQueries() {
+    tarvin::corpus::useScreeningTexts({&KycsSql, &KycsSqlLines});
     const tarvin::corpus::Corpus& c = tarvin::corpus::corpus();
     if (!c.problems.isEmpty()) throw EDatabaseError(c.problems.join(QLatin1Char('\n')));
     std::vector<Query> out;

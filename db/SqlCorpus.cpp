@@ -17,16 +17,32 @@ QVariant Param::typed() const {
     return value.toString();
 }
 
-QString Entry::text(const std::map<QString, Filter>& filterDefs, const QString& closing) const {
+namespace {
+ScreeningTexts& screening() {
+    static ScreeningTexts texts;
+    return texts;
+}
+}  // namespace
+
+void useScreeningTexts(ScreeningTexts texts) { screening() = std::move(texts); }
+
+QString Entry::text() const {
     QStringList all = lines;
     if (!concat.isEmpty()) {
         QString s;
         for (const QJsonValue& v : concat) s += v.isObject() ? v.toObject().value(QLatin1String("v")).toString() : v.toString();
         all << s;
     }
-    for (const QString& f : filters) all << filterDefs.at(f).line;
-    if (!filters.isEmpty()) all << closing;
-    return all.join(QLatin1Char('\n'));
+    if (category == 0 && filters.isEmpty()) return all.join(QLatin1Char('\n'));
+    const ScreeningTexts& s = screening();
+    if (!s.category || !s.lines) throw EDatabaseError(QStringLiteral("corpus: %1 needs the screening texts, not handed over").arg(id));
+    QString base = all.join(QLatin1Char('\n'));
+    if (category != 0) {
+        const std::optional<QString> t = s.category(category, which);
+        if (!t) throw EDatabaseError(QStringLiteral("corpus: %1: category %2 has no text %3").arg(id).arg(category).arg(which));
+        base = *t;
+    }
+    return filters.isEmpty() ? base : s.lines(base, filters).join(QLatin1Char('\n'));
 }
 
 bool Entry::readsOnly() const {
@@ -83,10 +99,8 @@ const Corpus& corpus() {
             for (const QJsonValue& fv : root.value(QLatin1String("filters")).toArray()) {
                 const QJsonObject fo = fv.toObject();
                 const QString fname = fo.value(QLatin1String("name")).toString();
-                c.filters[fname] = Filter{fo.value(QLatin1String("line")).toString(), readParams(fo.value(QLatin1String("params")).toArray())};
-                c.filterOrder << fname;
+                c.filters[fname] = Filter{readParams(fo.value(QLatin1String("params")).toArray())};
             }
-            if (root.contains(QLatin1String("closing"))) c.closing = root.value(QLatin1String("closing")).toString();
             for (const QJsonValue& ev : root.value(QLatin1String("entries")).toArray()) {
                 const QJsonObject o = ev.toObject();
                 Entry e;
@@ -95,6 +109,8 @@ const Corpus& corpus() {
                 e.section = o.value(QLatin1String("section")).toString();
                 e.lines = readStrings(o.value(QLatin1String("lines")).toArray());
                 e.concat = o.value(QLatin1String("concat")).toArray();
+                e.category = o.value(QLatin1String("category")).toInt();
+                e.which = o.value(QLatin1String("text")).toString();
                 e.declared = readParams(o.value(QLatin1String("declare")).toArray());
                 e.params = readParams(o.value(QLatin1String("params")).toArray());
                 e.filters = readStrings(o.value(QLatin1String("filters")).toArray());

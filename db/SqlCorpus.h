@@ -11,7 +11,9 @@
 #include <QStringList>
 #include <QVariant>
 #include <QVector>
+#include <functional>
 #include <map>
+#include <optional>
 #include <vector>
 
 class TMidasQuery;
@@ -25,15 +27,31 @@ struct Param {
     QVariant typed() const;
 };
 
+// A common screening filter's sample values; its clause is the screening
+// table's.
 struct Filter {
-    QString line;
     QVector<Param> params;
 };
+
+// Texts the corpus names instead of holding: the screening categories'
+// texts, the filter clauses and the closing line live in the screening
+// table, which this reader cannot link (it sits below the module). A
+// program that reads those entries hands them over first.
+struct ScreeningTexts {
+    // A category's text by name ("row", "count", ...); none when unknown.
+    std::function<std::optional<QString>(int code, const QString& which)> category;
+    // The lines a search sends: the text, the filters named in their fixed
+    // order, then the closing line.
+    std::function<QStringList(const QString& text, const QStringList& filters)> lines;
+};
+void useScreeningTexts(ScreeningTexts texts);
 
 struct Entry {
     QString id, section, file;
     QStringList lines;        // the text as the screen's lines, or
-    QJsonArray concat;        // fixed pieces and {"v": sample value} pieces
+    QJsonArray concat;        // fixed pieces and {"v": sample value} pieces, or
+    int category = 0;         // a screening category's text, by name
+    QString which;
     QVector<Param> declared;  // a parameter list built by hand (blocks)
     QVector<Param> params;
     QStringList filters;  // common screening filters appended, then the closing line
@@ -42,7 +60,8 @@ struct Entry {
     QJsonObject expect;
 
     // The text as the data layer receives it (lines joined by line breaks).
-    QString text(const std::map<QString, Filter>& filterDefs, const QString& closing) const;
+    // EDatabaseError for a screening text that is not there.
+    QString text() const;
     // A query that only reads: no statement, block, setup or refusal.
     bool readsOnly() const;
 };
@@ -50,11 +69,9 @@ struct Entry {
 struct Corpus {
     std::vector<Entry> entries;
     std::map<QString, Filter> filters;
-    QStringList filterOrder;  // the order in which the search appends them
-    QString closing;
     QStringList problems;  // data that could not be read
 
-    QString text(const Entry& e) const { return e.text(filters, closing); }
+    QString text(const Entry& e) const { return e.text(); }
     // The entry's parameters and those of its filters, in binding order.
     QVector<Param> allParams(const Entry& e) const;
     const Entry* find(const QString& id) const;

@@ -39,7 +39,7 @@ void prepare(TMidasQuery& q, const Entry& e, const QString& connection, const QD
     q.SetDatabaseName(connection);
     q.Close();
     q.SQL().Clear();
-    for (const QString& line : e.text(c.filters, c.closing).split(QLatin1Char('\n'))) q.SQL().Add(line);
+    for (const QString& line : e.text().split(QLatin1Char('\n'))) q.SQL().Add(line);
     QVector<Param> params;
     for (const QString& f : e.filters) params << c.filters.at(f).params;
     params << e.params;

@@ -6,8 +6,12 @@
 #include "Schema.h"
 #include "TestDb.h"
 #include "data/Connection.h"
+#include "screening/Unt_Jc_Kycslb.h"
 
 namespace tarvin::test::corpus {
+
+// The screening entries name their texts; the screening table holds them.
+[[maybe_unused]] const bool kScreeningTexts = (useScreeningTexts({&KycsSql, &KycsSqlLines}), true);
 
 const Entry& entry(const QString& id) {
     if (const Entry* e = tarvin::corpus::corpus().find(id)) return *e;

@@ -1,6 +1,7 @@
-// The SQL corpus in tests: the shared reader (db/SqlCorpus.h) with a test
-// failure for a missing entry, the fixture rows, and binding that expects
-// the dataset to refuse a name the text lacks.
+// The SQL corpus in tests: the shared reader (db/SqlCorpus.h) handed the
+// screening table's texts, with a test failure for a missing entry, the
+// fixture rows, and binding that expects the dataset to refuse a name the
+// text lacks.
 #pragma once
 
 #include "SqlCorpus.h"

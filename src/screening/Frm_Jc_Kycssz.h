@@ -1,0 +1,159 @@
+// Suspicious-customer search: one screening category with its parameters
+// on the four category pages, narrowed by the common filters. What a
+// category is (its caption, radio, parameters with their checks, messages
+// and server defaults) is read from the category table, so the screen
+// holds only its layout and the wiring.
+#pragma once
+
+#include <QHash>
+#include <QPointer>
+
+#include "frame/Frm_Zt_Template.h"
+#include "data/MidasQuery.h"
+
+class QCheckBox;
+class QDateEdit;
+class QGridLayout;
+class QKeyEvent;
+class QLabel;
+class QLineEdit;
+class QModelIndex;
+class QPushButton;
+class QRadioButton;
+class QTabWidget;
+class QTableView;
+class QToolButton;
+class TDBGridBinding;
+class TDBLookupComboBox;
+
+class TJc_Kycssz_Frm : public TZt_Template_Frm {
+    Q_OBJECT
+public:
+    explicit TJc_Kycssz_Frm(QWidget* parent = nullptr);
+
+    QTabWidget *Pgc_Yckhpc, *Pgc_Cxdx;
+    QWidget *Ts_Cscz, *Ts_Xltq, *Ts_Dfdj, *Ts_Ydjc, *Ts_Ykjl, *Ts_Jlll;
+    QRadioButton *Rb_Xlxsyc, *Rb_Tqxsyc, *Rb_Xlpjdj, *Rb_Tqpjdj, *Rb_Dyld, *Rb_Lxld, *Rb_Lxdyld, *Rb_Bydlsy;
+    QRadioButton *Rb_Bydlqn, *Rb_Fgdlyc, *Rb_Ydlbdlyc, *Rb_Llkhyc, *Rb_Tbdldf, *rb_djcx, *Rb_Qdkh, *Rb_Tdyh;
+    QRadioButton *Rb_Dldy, *Rb_Zbdy, *Rb_Dldbkh, *Rb_Wjckh, *Rb_Bgyh, *Rb_Htyq, *Rb_Yckh, *Rb_Qtkh;
+    QLineEdit *Edt_Xldjbo, *Edt_Tqdjbo, *edt_Shny, *Edt_Dfny, *Edt_Ldlxcs, *Edt_Lddycs, *Edt_Pjys, *Edt_Dlbo;
+    QLineEdit *Edt_Dlboqn, *Edt_Fgdlycbl, *edt_dldy, *edt_sjll, *edt_tbje, *Edt_Qdcs, *Edt_Qdnf, *Edt_Zzcs;
+    QLineEdit *Edt_Zznf, *Edt_Yccs, *Edt_Ycnf, *Edt_Cbch, *Edt_Cbcmc, *Edt_Htrlq, *Edt_Htrlz, *Edt_Xlbh;
+    QLineEdit *Edt_Xlmc, *Edt_Tqbh, *Edt_Tqmc, *Edt_Hh;
+    QTableView *dbg_xltq, *Dbg_Jlll;
+    TDBLookupComboBox *Dblc_djm, *Dblc_Ywlb, *Dblc_Dw, *Dblc_Dydj, *dblc_Ydlb, *Dblc_Hylb, *Dblc_Khlx;
+    QDateEdit *dtp_jcrqq, *dtp_jcrqz, *Dtp_Slrqq, *Dtp_Slrqz, *dtp_Htjzrq;
+    QCheckBox *Ckb_Dw, *Ckb_Dydj, *ckb_ydlb, *Ckb_Hylb, *Ckb_Cbch, *Ckb_Khlx, *Ckb_Htrl, *Ckb_Xlbh;
+    QCheckBox *Ckb_Tqbh, *Ckb_Hh;
+    QToolButton *Sb_XzCbc, *Sb_XzXl, *Sb_XzTq, *Sb_XzHh;
+    QLabel *Lab_Cxdx, *Label4, *Pnl_Main, *Pnl_Wait;
+    QPushButton *Bbtn_Cx, *Bbtn_Qr, *Bbtn_Dy, *Bbtn_Tc1;
+    TMidasQuery* Mqry_Select;  // the name look-ups
+
+    // The category chosen: its code (0 = none) and caption, and its row text.
+    int Kycslb = 0;
+    QString Kycsmc;
+    QString KycsSql;
+    // Code and caption from the active category page's checked radio;
+    // Kycslb is left as it is when none of that page is checked.
+    void GetKycsLb();
+
+public slots:
+    void FormShow() override;
+    void FormClose();
+    void Pgc_YckhpcChange();
+    void Bbtn_Tc1Click();
+
+    // Radios: their category's parameter controls enabled, the first focused.
+    void Rb_XlxsycClick();
+    void Rb_TqxsycClick();
+    void Rb_XlpjdjClick();
+    void Rb_TqpjdjClick();
+    void Rb_LxldClick();
+    void Rb_LxdyldClick();
+    void Rb_BydlsyClick();
+    void Rb_BydlqnClick();
+    void Rb_FgdlycClick();
+    void Rb_YdlbdlycClick();
+    void Rb_LlkhycClick();
+    void Rb_TbdldfClick();
+    void rb_djcxClick();
+    void Rb_QdkhClick();
+    void Rb_TdyhClick();
+    void Rb_WjckhClick();
+    void Rb_BgyhClick();
+    void Rb_HtyqClick();
+    void Rb_YckhClick();
+
+    // Filter boxes: their inputs (and picker) follow the box.
+    void Ckb_DwClick();
+    void Ckb_DydjClick();
+    void ckb_ydlbClick();
+    void Ckb_HylbClick();
+    void Ckb_CbchClick();
+    void Ckb_KhlxClick();
+    void Ckb_HtrlClick();
+    void Ckb_XlbhClick();
+    void Ckb_TqbhClick();
+    void Ckb_HhClick();
+
+    // Parameter checks on leaving the edit.
+    void Edt_QdnfExit();
+    void Edt_ZznfExit();
+    void Edt_YcnfExit();
+    void Edt_DfnyExit();
+    void edt_ShnyExit();
+    void Edt_LdlxcsExit();
+    void Edt_LddycsExit();
+    void Edt_PjysExit();
+    void Edt_DlboExit();
+    void Edt_DlboqnExit();
+    void Edt_XldjboExit();
+    void Edt_TqdjboExit();
+    void Edt_FgdlycblExit();
+    void edt_sjllExit();
+    void Edt_HtrlqExit();
+    void Edt_HtrlzExit();
+    // Checked on Enter only; true when the Enter is refused.
+    bool edt_dldyKeyPress(QKeyEvent* key);
+    bool edt_tbjeKeyPress(QKeyEvent* key);
+
+    // Names looked up as the numbers are typed.
+    void Edt_XlbhChange();
+    void Edt_TqbhChange();
+    void Edt_CbchChange();
+
+    void Sb_XzXlClick();
+    void Sb_XzHhClick();
+    void Sb_XzTqClick();
+    void Sb_XzCbcClick();
+
+    // The area loss list of the unit and year-month.
+    void edt_ShnyChange();
+    void dbg_xltqCellClick(const QModelIndex& index);
+
+protected:
+    bool FormKeyPress(QWidget* control, QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void done(int result) override;
+
+private:
+    void RadioClick(QRadioButton* radio);
+    void FilterClick(QCheckBox* box);
+    // The table's check of the control's text; false (and the user told,
+    // the focus back on the edit) when it fails.
+    bool CheckParam(QLineEdit* edit);
+    bool CheckOnEnter(QLineEdit* edit, QKeyEvent* key);
+    void LoadAreaList();
+    void LookUpName(const QString& sql, const char* key, QLineEdit* number, QLineEdit* name);
+    void PickCode(const QString& table, const QString& title, const QString& fields, QLineEdit* number,
+                  QLineEdit* name);
+    QString UnitKey() const;
+
+    QGridLayout* filterGrid_ = nullptr;
+    TDBGridBinding* areaGrid_ = nullptr;
+    QHash<QObject*, void (TJc_Kycssz_Frm::*)()> exitHandlers_;
+    bool refocusing_ = false;
+};
+
+extern QPointer<TJc_Kycssz_Frm> Jc_Kycssz_Frm;

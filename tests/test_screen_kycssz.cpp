@@ -1,0 +1,155 @@
+// The screening screen's settings page through its widgets, on each engine
+// and opener: which radio counts, the parameter checks on leaving an edit,
+// what radios and filter boxes open, the name look-ups, the area loss list.
+#include <QTest>
+#include <QtWidgets>
+
+#include "DemoGenerator.h"
+#include "Fixtures.h"
+#include "ModuleTest.h"
+#include "common/unit_zt_pubfun.h"
+#include "frame/DBControls.h"
+#include "frame/Unit_zt_gobal.h"
+#include "screening/Frm_Jc_Kycssz.h"
+#include "screening/Unt_Jc_Kycslb.h"
+
+using namespace Qt::StringLiterals;
+using namespace tarvin::test;
+
+namespace {
+
+class ScreeningSettings : public ModuleTest {
+protected:
+    void SetUp() override {
+        ModuleTest::SetUp();
+        units(*db);
+        s = std::make_unique<TJc_Kycssz_Frm>();
+        showActive(s.get());
+    }
+    void TearDown() override {
+        s.reset();
+        ModuleTest::TearDown();
+    }
+    int category() {
+        s->Kycslb = 0;
+        s->GetKycsLb();
+        return s->Kycslb;
+    }
+    static QWidget* focus() { return QApplication::focusWidget(); }
+    // The bad text refused on leaving (Tab, or the key given) with its
+    // message and the focus kept; then the good one let go.
+    QStringList leave(QLineEdit* e, const QString& bad, const QString& good, Qt::Key key = Qt::Key_Tab) {
+        QStringList shown;
+        for (const QString& text : {bad, good}) {
+            boxes.clear();
+            e->setFocus();
+            e->setText(text);
+            press(e, key);
+            EXPECT_EQ(focus() == e, !boxes.texts().isEmpty()) << text.toStdString();
+            shown += boxes.texts();
+        }
+        return shown;
+    }
+    std::unique_ptr<TJc_Kycssz_Frm> s;
+};
+
+// Opened on the charges page with the server's dates; only the active
+// page's radio counts; 1, 3 and 4 cannot be chosen.
+TEST_P(ScreeningSettings, OnlyTheActivePagesRadioCounts) {
+    const QString ny = GetServerNy();
+    EXPECT_TRUE(s->Pgc_Yckhpc->currentWidget() == s->Ts_Cscz && s->Pgc_Cxdx->currentWidget() == s->Ts_Dfdj);
+    EXPECT_EQ(s->Edt_Dfny->text() + s->edt_Shny->text() + s->Edt_Qdnf->text() + s->Edt_Ycnf->text(), ny + ny + ny.left(4) + ny.left(4));
+    EXPECT_EQ(s->dtp_jcrqq->date().addDays(183), GetServerDateTime().date());
+    EXPECT_EQ(s->Dblc_Ywlb->KeyValue().toString() + s->Dblc_Dw->KeyValue().toString(), u"000"_s + Gdw);
+    EXPECT_TRUE(s->Ckb_Dw->isChecked() && !s->Ckb_Dw->isEnabled() && s->Dblc_Dw->isEnabled());
+    for (const TKycsCategory& c : KycsCategories()) {
+        auto* radio = s->findChild<QRadioButton*>(c.Radio);
+        EXPECT_TRUE(radio && radio->isEnabled() == (c.Code != 1 && c.Code != 3 && c.Code != 4)) << c.Code;
+    }
+    EXPECT_EQ(category(), 0);
+    s->Pgc_Cxdx->setCurrentWidget(s->Ts_Ydjc);
+    click(s.get(), u"Rb_Qdkh"_s);
+    s->Pgc_Cxdx->setCurrentWidget(s->Ts_Dfdj);
+    EXPECT_EQ(category(), 0) << "a radio of another page is ignored";
+    s->Pgc_Cxdx->setCurrentWidget(s->Ts_Ydjc);
+    EXPECT_EQ(QString::number(category()) + s->Kycsmc, u"20违约窃电年度次数异常客户"_s);
+}
+
+// Radios open their controls (which stay open) and focus the first; the
+// checks on leaving, and on Enter for the energy bound.
+TEST_P(ScreeningSettings, RadiosOpenTheirControlsWhichAreCheckedOnLeaving) {
+    expectNoBoxes = false;
+    EXPECT_FALSE(s->Edt_Pjys->isEnabled() || s->Edt_Dlbo->isEnabled() || s->Edt_Fgdlycbl->isEnabled());
+    click(s.get(), u"Rb_Bydlsy"_s);
+    EXPECT_TRUE(s->Edt_Pjys->isEnabled() && s->Edt_Dlbo->isEnabled() && focus() == s->Edt_Pjys);
+    click(s.get(), u"Rb_Fgdlyc"_s);
+    EXPECT_TRUE(s->Edt_Pjys->isEnabled() && s->Edt_Fgdlycbl->isEnabled() && s->Edt_Dfny->isEnabled());
+    EXPECT_EQ(leave(s->Edt_Fgdlycbl, u"-1"_s, u"0"_s), QStringList{u"百分比输入不合法，请检查！"_s});
+    EXPECT_EQ(leave(s->Edt_Dfny, u"2026-1"_s, u"202611"_s), QStringList{u"年月输入不合法，请检查！"_s});
+    EXPECT_EQ(leave(s->Edt_Pjys, u"-1"_s, u"3"_s), QStringList{u"月数输入不合法，请检查！"_s});
+    click(s.get(), u"Rb_Ydlbdlyc"_s);
+    EXPECT_EQ(leave(s->edt_dldy, u"abc"_s, u"abc"_s), QStringList()) << "checked on Enter only";
+    EXPECT_EQ(leave(s->edt_dldy, u"abc"_s, u"5000"_s, Qt::Key_Return), QStringList{u"电量输入不合法，请检查！"_s});
+    s->Pgc_Cxdx->setCurrentWidget(s->Ts_Ykjl);
+    click(s.get(), u"Rb_Bgyh"_s);
+    EXPECT_TRUE(s->Dtp_Slrqq->isEnabled() && s->Dtp_Slrqz->isEnabled() && focus() == s->Dblc_Ywlb);
+    click(s.get(), u"Rb_Yckh"_s);
+    EXPECT_EQ(leave(s->Edt_Ycnf, u"20261"_s, u"2026"_s), QStringList{u"年份输入不合法，请检查！"_s});
+}
+
+// A filter box opens its inputs and picker; a typed number shows its
+// line's name, of the unit only.
+TEST_P(ScreeningSettings, FilterBoxesOpenTheirInputsAndNamesFollowTheNumbers) {
+    db->exec(u"INSERT INTO y_xl (xlbh, xlmc, sjxlbh, bdzbh, dydj, dw) VALUES ('0100001', '10kV东风线', '00001', 'B1', '03', '01'), "
+             "('0100002', '10kV外局线', '00001', 'B1', '03', '0101')"_s);
+    EXPECT_FALSE(s->Edt_Xlbh->isEnabled() || s->Sb_XzXl->isEnabled() || s->Edt_Htrlz->isEnabled());
+    for (const char* box : {"Ckb_Xlbh", "Ckb_Htrl"}) click(s.get(), QString::fromLatin1(box));
+    EXPECT_TRUE(s->Edt_Xlbh->isEnabled() && s->Sb_XzXl->isEnabled() && s->Edt_Htrlq->isEnabled() && s->Edt_Htrlz->isEnabled());
+    type(s->Edt_Xlbh, u"0100001"_s);
+    EXPECT_EQ(s->Edt_Xlmc->text(), u"10kV东风线"_s);
+    s->Edt_Xlbh->setText(u"0100002"_s);
+    EXPECT_EQ(s->Edt_Xlmc->text(), QString()) << "another unit's line";
+    click(s.get(), u"Ckb_Xlbh"_s);
+    EXPECT_FALSE(s->Edt_Xlbh->isEnabled() || s->Sb_XzXl->isEnabled());
+}
+
+// As a person works it: Space on the radio, Enter on to the year, a
+// refused year answered in its box, then corrected.
+TEST_P(ScreeningSettings, MainFlowByKeysWithRealBoxes) {
+    s->Pgc_Cxdx->setCurrentWidget(s->Ts_Ydjc);
+    s->Rb_Qdkh->setFocus();
+    RealMessageBoxes real;
+    for (Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) pressFocused(key);
+    ASSERT_EQ(focus(), s->Edt_Qdnf);
+    real.expect(u"年份输入不合法，请检查！"_s);
+    for (Qt::Key key : {Qt::Key_End, Qt::Key_5, Qt::Key_Return}) pressFocused(key);
+    EXPECT_EQ(focus(), s->Edt_Qdnf);
+    for (Qt::Key key : {Qt::Key_Backspace, Qt::Key_Return}) pressFocused(key);
+    EXPECT_NE(focus(), s->Edt_Qdnf);
+    EXPECT_EQ(category(), 20);
+}
+
+// On a demo utility: the area loss list of the unit and month follows the
+// month, a row clicked gives its area (number and name); the picture.
+TEST_P(ScreeningSettings, AreaLossListOnTheDemoUtility) {
+    db->exec(u"DELETE FROM z_dwbm"_s);
+    tarvin::demo::writeDemo(db->db(), {.customers = 2000});
+    Gdw = u"0101"_s;
+    s = std::make_unique<TJc_Kycssz_Frm>();
+    showActive(s.get());
+    const QStringList areas = rows(*db, u"SELECT tqbh, tqmc FROM g_gytqshfx WHERE dw = '0101' AND ny = ?"_s, {GetServerNy()});
+    s->Pgc_Cxdx->setCurrentWidget(s->Ts_Xltq);
+    click(s.get(), u"Rb_Tqxsyc"_s);
+    ASSERT_EQ(s->dbg_xltq->model()->rowCount(), areas.size());
+    s->edt_Shny->setText(u"190001"_s);
+    EXPECT_EQ(s->dbg_xltq->model()->rowCount(), 0);
+    s->edt_Shny->setText(GetServerNy());
+    QTest::mouseClick(s->dbg_xltq->viewport(), Qt::LeftButton, {}, s->dbg_xltq->visualRect(s->dbg_xltq->model()->index(1, 0)).center());
+    EXPECT_TRUE(areas.contains(s->Edt_Tqbh->text() + u"|"_s + s->Edt_Tqmc->text()));
+    click(s.get(), u"Ckb_Tqbh"_s);
+    if (dialect() == tarvin::sql::Dialect::SQLite) screenshot(s.get(), u"screening-settings"_s);
+}
+
+TARVIN_INSTANTIATE_ENGINES_AND_OPENERS(ScreeningSettings);
+
+}  // namespace

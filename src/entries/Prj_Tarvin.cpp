@@ -3,12 +3,15 @@
 // library) and the entry functions below: each creates its screen, does its
 // one extra step, shows it modally and frees it whatever happens.
 #include <QApplication>
+#include <QBoxLayout>
+#include <QPushButton>
 #include <memory>
 
 #include "alarms/Frm_Jc_Bjsz.h"
 #include "alarms/Frm_Jc_Bjtx.h"
 #include "frame/MessageService.h"
 #include "frame/Unit_zt_gobal.h"
+#include "screening/Frm_Jc_Kycssz.h"
 #include "Unt_Tarvinit.h"
 
 #if defined(_WIN32) && !defined(_WIN64)
@@ -49,6 +52,22 @@ void showScreen(QPointer<Screen>& global) {
 }  // namespace
 
 extern "C" {
+
+// Opened from the menu the screen only searches and prints: the print
+// button takes the confirm button's place, which keeps its room hidden.
+TARVIN_EXPORT void TARVIN_STDCALL show_jc_kykhjs(std::int32_t) {
+    showScreen(Jc_Kycssz_Frm, [](TJc_Kycssz_Frm& s) {
+        for (QBoxLayout* row : s.findChildren<QBoxLayout*>())
+            if (row->indexOf(s.Bbtn_Qr) >= 0 && row->indexOf(s.Bbtn_Dy) >= 0) {
+                row->removeWidget(s.Bbtn_Dy);
+                row->insertWidget(row->indexOf(s.Bbtn_Qr), s.Bbtn_Dy);
+            }
+        QSizePolicy keep = s.Bbtn_Qr->sizePolicy();
+        keep.setRetainSizeWhenHidden(true);
+        s.Bbtn_Qr->setSizePolicy(keep);
+        s.Bbtn_Qr->hide();
+    });
+}
 
 TARVIN_EXPORT void TARVIN_STDCALL show_jc_bjsz(std::int32_t) { showScreen(Jc_Bjsz_Frm); }
 

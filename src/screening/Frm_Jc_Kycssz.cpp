@@ -2,11 +2,19 @@
 
 #include "ui_Frm_Jc_Kycssz.h"
 
+#include <QApplication>
+#include <QDateEdit>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QLayout>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QScopeGuard>
 #include <QSet>
 #include <QTimer>
 #include <algorithm>
+#include <stdexcept>
+#include <utility>
 
 #include "common/Unt_Jc_Message.h"
 #include "common/unt_jc_fuc.h"
@@ -28,6 +36,26 @@ TJc_Main_Dm& Main() {
     if (!Jc_Main_Dm) throw EDatabaseError(u"Jc_Main_Dm: the data module is not created"_s);
     return *Jc_Main_Dm;
 }
+
+TJc_Tarvin_Dm& Tarvin() {
+    if (!Jc_Tarvin_Dm) throw EDatabaseError(u"Jc_Tarvin_Dm: the data module is not created"_s);
+    return *Jc_Tarvin_Dm;
+}
+
+// More customers than this are not fetched: the user narrows the search.
+constexpr int kMaxRows = 300;
+
+// The result grid's own columns; a category's extra ones follow them.
+const QList<TColumn> kBaseColumns{{u"HH"_s, u"户号"_s, 86},       {u"HM"_s, u"户名"_s, 64},
+                                  {u"YDDZ"_s, u"用电地址"_s, 96},   {u"KHLX"_s, u"客户类型"_s, 70},
+                                  {u"HTRL"_s, u"合同容量"_s, 60},   {u"DYDJ"_s, u"电压等级"_s, 60},
+                                  {u"SCJCRQ"_s, u"上次检查日期"_s, 84}, {u"LXR"_s, u"联系人"_s, 56},
+                                  {u"LXDH"_s, u"联系电话"_s, 92}};
+// A category's extra columns.
+constexpr int kExtraWidth = 72;
+
+// The separator of account number and name in the plan screen's list.
+constexpr char16_t kSeparator = u'\u2506';
 
 // The code lists the screen's look-up boxes show; reopened on every opening.
 QList<TMidasQuery*> LookUps() {
@@ -190,8 +218,14 @@ TJc_Kycssz_Frm::TJc_Kycssz_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     Dblc_Ywlb->SetListSource(m.Mqry_Ywlb, u"YWDM"_s, u"YWMC"_s);
     areaGrid_ = new TDBGridBinding(dbg_xltq, m.Mqry_Xltq, this);
     areaGrid_->Model()->SetReadOnly(true);
+    resultGrid_ = new TDBGridBinding(Dbg_Jlll, Tarvin().MQry_Kykhcx, this);
+    resultGrid_->Model()->SetReadOnly(true);
+    resultGrid_->Model()->SetColumns(kBaseColumns);
+    resultGrid_->ApplyColumnWidths();
 
     Handle(Pgc_Yckhpc, &QTabWidget::currentChanged, &TJc_Kycssz_Frm::Pgc_YckhpcChange);
+    Handle(Bbtn_Cx, &QPushButton::clicked, &TJc_Kycssz_Frm::Bbtn_CxClick);
+    Handle(Bbtn_Qr, &QPushButton::clicked, &TJc_Kycssz_Frm::Bbtn_QrClick);
     Handle(Bbtn_Tc1, &QPushButton::clicked, &TJc_Kycssz_Frm::Bbtn_Tc1Click);
 
     Handle(Rb_Xlxsyc, &QRadioButton::clicked, &TJc_Kycssz_Frm::Rb_XlxsycClick);
@@ -278,8 +312,18 @@ void TJc_Kycssz_Frm::FormShow() {
         }
     }
     Dblc_Dw->SetKeyValue(Gdw);
-    if (Jc_Tarvin_Dm && Jc_Tarvin_Dm->MQry_Kykhcx->Active()) {
-        Pgc_Yckhpc->setCurrentWidget(Ts_Jlll);
+    TMidasQuery* result = Tarvin().MQry_Kykhcx;
+    if (result->Active()) {
+        // The last search's category, known by its text, for the caption
+        // and columns of its rows.
+        const QString text = result->SQL().Count() > 0 ? result->SQL()[0] : QString();
+        for (const TKycsCategory& c : KycsCategories())
+            if (text == KycsSentSql(c, false) || text == KycsSentSql(c, false, true)) {
+                Kycslb = c.Code;
+                Kycsmc = c.Caption;
+                if (!c.KeepGrid) SetResultColumns(c);
+            }
+        ShowResult();
     } else {
         Pgc_Yckhpc->setCurrentWidget(Ts_Cscz);
         Pgc_Cxdx->setCurrentWidget(Ts_Dfdj);
@@ -305,6 +349,172 @@ void TJc_Kycssz_Frm::Pgc_YckhpcChange() {
 }
 
 void TJc_Kycssz_Frm::Bbtn_Tc1Click() { close(); }
+
+void TJc_Kycssz_Frm::SetPlanTargets(QListWidget* customers, QPlainTextEdit* remarks) {
+    planCustomers_ = customers;
+    planRemarks_ = remarks;
+}
+
+// ------------------------------------------------------------ search
+
+void TJc_Kycssz_Frm::BindParam(const TKycsParam& p) {
+    QWidget* control = findChild<QWidget*>(p.Control);
+    for (TMidasQuery* q : {Tarvin().MQry_Kykhcx, Tarvin().Mqry_Kykhjls}) {
+        TParam& param = q->ParamByName(p.Name);
+        if (auto* date = qobject_cast<QDateEdit*>(control)) {
+            param.SetAsDate(date->date());
+        } else if (auto* box = qobject_cast<TDBLookupComboBox*>(control)) {
+            param.SetAsString(box->KeyValue().toString());
+        } else if (auto* edit = qobject_cast<QLineEdit*>(control)) {
+            const QString text = edit->text().trimmed();
+            if (p.Type == TKycsType::Float) param.SetAsFloat(text.toDouble());
+            else param.SetAsString(text);
+        }
+    }
+}
+
+void TJc_Kycssz_Frm::SetResultColumns(const TKycsCategory& c) {
+    TDataSetModel* grid = resultGrid_->Model();
+    while (grid->Columns().size() > kBaseColumns.size()) grid->DeleteLastColumn();
+    for (const TKycsColumn& column : c.Columns) grid->AddColumn(column.Field, column.Caption, kExtraWidth);
+    resultGrid_->ApplyColumnWidths();
+}
+
+bool TJc_Kycssz_Frm::GetKycsSql() {
+    const TKycsCategory* c = KycsCategory(Kycslb);
+    if (!c) return true;
+    if (const TKycsFilter* f = KycsFilter(c->RequiredFilter)) {
+        auto* box = findChild<QCheckBox*>(f->CheckBox);
+        if (box && !box->isChecked()) {
+            // Told, and the texts stay as they were: the search goes on
+            // with them and the database refuses.
+            ShowInfoMsg(f->Message);
+            box->setFocus(Qt::OtherFocusReason);
+            return true;
+        }
+    }
+    if (const TKycsFilter* f = KycsFilter(c->ForcedFilter)) {
+        auto* box = findChild<QCheckBox*>(f->CheckBox);
+        box->setChecked(true);
+        FilterClick(box);
+    }
+    // A number bound as one must be one.
+    for (const TKycsParam& p : c->Params)
+        if (auto* edit = findChild<QLineEdit*>(p.Control); edit && p.Type == TKycsType::Float && !CheckParam(edit))
+            return false;
+    const bool oneKind = !c->KindSql.Row.isEmpty() && Dblc_Ywlb->KeyValue().toString() != KycsAllKinds;
+    KycsSql = KycsSentSql(*c, false, oneKind);
+    PrepareSql(Tarvin().MQry_Kykhcx, KycsSql);
+    PrepareSql(Tarvin().Mqry_Kykhjls, KycsSentSql(*c, true, oneKind));
+    for (const TKycsParam& p : c->Params)
+        if (oneKind || !p.KindOnly) BindParam(p);
+    if (!c->KeepGrid) SetResultColumns(*c);
+    return true;
+}
+
+bool TJc_Kycssz_Frm::AppendFilters() {
+    bool any = false;
+    for (const TKycsFilter& f : KycsFilters()) {
+        auto* box = findChild<QCheckBox*>(f.CheckBox);
+        if (!box || !box->isChecked()) continue;
+        for (const TKycsParam& p : f.Params) {
+            QWidget* input = findChild<QWidget*>(p.Control);
+            auto* edit = qobject_cast<QLineEdit*>(input);
+            auto* key = qobject_cast<TDBLookupComboBox*>(input);
+            if (edit && edit->text().isEmpty() && !p.Default.isEmpty()) edit->setText(p.Default);
+            if ((edit && edit->text().isEmpty()) || (key && key->KeyValue().isNull())) {
+                ShowInfoMsg(f.Message);
+                input->setFocus(Qt::OtherFocusReason);
+                return false;
+            }
+        }
+        for (TMidasQuery* q : {Tarvin().MQry_Kykhcx, Tarvin().Mqry_Kykhjls}) q->SQL().Add(f.Line);
+        for (const TKycsParam& p : f.Params) BindParam(p);
+        any = true;
+    }
+    if (!any) ShowInfoMsg(u"请选择复选条件！"_s);
+    return any;
+}
+
+void TJc_Kycssz_Frm::Bbtn_CxClick() {
+    Kycslb = 0;
+    GetKycsLb();
+    if (Kycslb == 0) {
+        ShowInfoMsg(u"请选择具体检索方法！"_s);
+        return;
+    }
+    if (!GetKycsSql() || !AppendFilters()) return;
+    TMidasQuery* rows = Tarvin().MQry_Kykhcx;
+    TMidasQuery* count = Tarvin().Mqry_Kykhjls;
+    count->SQL().Add(KycsClosing);
+
+    // Shown and painted before the queries start, hidden again whatever
+    // they end in.
+    Pnl_Wait->show();
+    if (layout()) layout()->activate();
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    bool waiting = true;
+    const auto endWait = [&] {
+        if (!std::exchange(waiting, false)) return;
+        Pnl_Wait->hide();
+        QApplication::restoreOverrideCursor();
+    };
+    const auto guard = qScopeGuard(endWait);
+    repaint();
+    count->Open();
+    repaint();
+    const qint64 jls = count->FieldByName(u"jls"_s).AsInteger();
+    if (jls > kMaxRows) {
+        endWait();
+        ShowInfoMsg(u"满足条件的客户记录大于300条，请选择更明确的条件！"_s);
+        count->Close();
+        return;
+    }
+    if (jls == 0) {
+        endWait();
+        ShowInfoMsg(u"无满足条件的客户！"_s);
+        Pgc_Yckhpc->setCurrentWidget(Ts_Cscz);
+        count->Close();
+        return;
+    }
+    rows->SQL().Add(KycsClosing);
+    rows->Open();
+    repaint();
+    endWait();
+    ShowResult();
+}
+
+void TJc_Kycssz_Frm::ShowResult() {
+    Lab_Cxdx->setText(Kycsmc);
+    Pnl_Main->setText(u"符合查询条件的记录数为："_s + QString::number(Tarvin().MQry_Kykhcx->RecordCount()) + u"条"_s);
+    Pgc_Yckhpc->setCurrentWidget(Ts_Jlll);
+    Bbtn_Dy->setEnabled(true);
+}
+
+void TJc_Kycssz_Frm::Bbtn_QrClick() {
+    TMidasQuery* rows = Tarvin().MQry_Kykhcx;
+    if (!rows->Active()) return;
+    if (!planCustomers_ || !planRemarks_)
+        throw std::runtime_error(u"没有接收所选客户的检查计划排程界面，请从检查计划排程中打开本界面。"_s.toStdString());
+    if (!rows->IsEmpty()) {
+        const TBookmark current = rows->GetBookmark();
+        const QList<TBookmark> marks = resultGrid_->SelectedBookmarks();
+        const auto add = [&] {
+            planCustomers_->addItem(rows->FieldByName(u"HH"_s).AsString() + QChar(kSeparator) +
+                                    rows->FieldByName(u"HM"_s).AsString());
+        };
+        planCustomers_->clear();
+        for (TBookmark mark : marks) {
+            rows->GotoBookmark(mark);
+            add();
+        }
+        if (marks.isEmpty())
+            for (rows->First(); !rows->Eof(); rows->Next()) add();
+        rows->GotoBookmark(current);
+    }
+    planRemarks_->appendPlainText(Kycsmc);
+    close();
+}
 
 // ------------------------------------------------------------ category
 

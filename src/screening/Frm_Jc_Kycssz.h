@@ -1,8 +1,10 @@
 // Suspicious-customer search: one screening category with its parameters
-// on the four category pages, narrowed by the common filters. What a
-// category is (its caption, radio, parameters with their checks, messages
-// and server defaults) is read from the category table, so the screen
-// holds only its layout and the wiring.
+// on the four category pages, narrowed by the common filters, counted
+// first and shown only up to 300 customers. What a category is (its
+// caption, radio, parameters with their checks, messages, server defaults,
+// texts and extra columns) is read from the category table, so the screen
+// holds only its layout and the wiring. The result stays in the data module
+// between openings; confirm hands it to the plan scheduling screen.
 #pragma once
 
 #include <QHash>
@@ -17,7 +19,9 @@ class QGridLayout;
 class QKeyEvent;
 class QLabel;
 class QLineEdit;
+class QListWidget;
 class QModelIndex;
+class QPlainTextEdit;
 class QPushButton;
 class QRadioButton;
 class QTabWidget;
@@ -25,11 +29,18 @@ class QTableView;
 class QToolButton;
 class TDBGridBinding;
 class TDBLookupComboBox;
+struct TKycsCategory;
+struct TKycsParam;
 
 class TJc_Kycssz_Frm : public TZt_Template_Frm {
     Q_OBJECT
 public:
     explicit TJc_Kycssz_Frm(QWidget* parent = nullptr);
+
+    // Where a confirmed result goes: the plan scheduling screen's customer
+    // list and remarks memo, handed over before it shows this screen (that
+    // screen lies in a folder above this one).
+    void SetPlanTargets(QListWidget* customers, QPlainTextEdit* remarks);
 
     QTabWidget *Pgc_Yckhpc, *Pgc_Cxdx;
     QWidget *Ts_Cscz, *Ts_Xltq, *Ts_Dfdj, *Ts_Ydjc, *Ts_Ykjl, *Ts_Jlll;
@@ -62,6 +73,8 @@ public slots:
     void FormShow() override;
     void FormClose();
     void Pgc_YckhpcChange();
+    void Bbtn_CxClick();
+    void Bbtn_QrClick();
     void Bbtn_Tc1Click();
 
     // Radios: their category's parameter controls enabled, the first focused.
@@ -138,6 +151,17 @@ protected:
     void done(int result) override;
 
 private:
+    // The category's texts and parameters on the row and count queries and
+    // its columns on the grid. A failed precondition is told and the search
+    // goes on; false when a value cannot be bound (the search stops).
+    bool GetKycsSql();
+    // The common filters checked, in their fixed order, on both queries;
+    // false (the user told) when one lacks its input or none is checked.
+    bool AppendFilters();
+    void BindParam(const TKycsParam& p);
+    void SetResultColumns(const TKycsCategory& c);
+    // The result page for the rows now in the data module.
+    void ShowResult();
     void RadioClick(QRadioButton* radio);
     void FilterClick(QCheckBox* box);
     // The table's check of the control's text; false (and the user told,
@@ -152,6 +176,9 @@ private:
 
     QGridLayout* filterGrid_ = nullptr;
     TDBGridBinding* areaGrid_ = nullptr;
+    TDBGridBinding* resultGrid_ = nullptr;
+    QPointer<QListWidget> planCustomers_;
+    QPointer<QPlainTextEdit> planRemarks_;
     QHash<QObject*, void (TJc_Kycssz_Frm::*)()> exitHandlers_;
     bool refocusing_ = false;
 };

@@ -19,17 +19,7 @@ struct WaitCursor {
 
 TJc_Bjsz_Frm::TJc_Bjsz_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     setObjectName(QStringLiteral("Jc_Bjsz_Frm"));
-    Ui::Jc_Bjsz_Frm ui;
-    ui.setupUi(this);
-    ckb_01 = ui.ckb_01;
-    ckb_02 = ui.ckb_02;
-    ckb_03 = ui.ckb_03;
-    ckb_04 = ui.ckb_04;
-    ckb_05 = ui.ckb_05;
-    ckb_06 = ui.ckb_06;
-    ckb_qb = ui.ckb_qb;
-    Bbtn_Qr = ui.Bbtn_Qr;
-    Bbtn_Tc1 = ui.Bbtn_Tc1;
+    setupUi(this);
 
     Mqry_Select = new TMidasQuery(this, QStringLiteral("Mqry_Select"));
 

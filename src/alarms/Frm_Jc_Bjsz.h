@@ -6,24 +6,16 @@
 
 #include "frame/Frm_Zt_Template.h"
 #include "data/MidasQuery.h"
+#include "ui_Frm_Jc_Bjsz.h"
 
 class QCheckBox;
 class QPushButton;
 
-class TJc_Bjsz_Frm : public TZt_Template_Frm {
+class TJc_Bjsz_Frm : public TZt_Template_Frm, public Ui::Jc_Bjsz_Frm {
     Q_OBJECT
 public:
     explicit TJc_Bjsz_Frm(QWidget* parent = nullptr);
 
-    QCheckBox* ckb_01;
-    QCheckBox* ckb_02;
-    QCheckBox* ckb_03;
-    QCheckBox* ckb_04;
-    QCheckBox* ckb_05;
-    QCheckBox* ckb_06;
-    QCheckBox* ckb_qb;
-    QPushButton* Bbtn_Qr;
-    QPushButton* Bbtn_Tc1;
     TMidasQuery* Mqry_Select;
 
     // The six alarm boxes in component order (positions 1 to 6).

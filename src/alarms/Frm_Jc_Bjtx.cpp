@@ -56,17 +56,8 @@ TJc_Bjtx_Frm::TJc_Bjtx_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
                                 {QStringLiteral("BJXM"), QStringLiteral("报警内容"), 330},
                                 {QStringLiteral("TXRQ"), QStringLiteral("提醒日期"), 130}});
 
-    Ui::Jc_Bjtx_Frm ui;
-    ui.setupUi(this);
-    ui.Lay_sx->addWidget(Dbg_sx);
-    Dbe_bsh = ui.Dbe_bsh;
-    DBEdit1 = ui.DBEdit1;
-    Dbe_dz = ui.Dbe_dz;
-    Dbe_sm = ui.Dbe_sm;
-    Dbe_clqk = ui.Dbe_clqk;
-    Bbtn_Over = ui.Bbtn_Over;
-    Bbtn_Dy = ui.Bbtn_Dy;
-    Bbtn_Tc = ui.Bbtn_Tc;
+    setupUi(this);
+    Lay_sx->addWidget(Dbg_sx);
     SetCancelButton(Bbtn_Tc);
 
     fields_ = new TDBFieldBinding(Mqry_Bj, this);

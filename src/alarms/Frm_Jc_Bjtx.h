@@ -11,25 +11,18 @@
 #include "frame/Frm_Zt_Template.h"
 #include "data/MidasQuery.h"
 #include "report/Report.h"
+#include "ui_Frm_Jc_Bjtx.h"
 
 class QLineEdit;
 class QPushButton;
 class QTableView;
 
-class TJc_Bjtx_Frm : public TZt_Template_Frm {
+class TJc_Bjtx_Frm : public TZt_Template_Frm, public Ui::Jc_Bjtx_Frm {
     Q_OBJECT
 public:
     explicit TJc_Bjtx_Frm(QWidget* parent = nullptr);
 
     QTableView* Dbg_sx;
-    QLineEdit* Dbe_bsh;   // HH
-    QLineEdit* DBEdit1;   // HM
-    QLineEdit* Dbe_dz;    // YDDZ
-    QLineEdit* Dbe_sm;    // BJXM
-    QLineEdit* Dbe_clqk;  // CLQK, the handling note
-    QPushButton* Bbtn_Over;
-    QPushButton* Bbtn_Dy;
-    QPushButton* Bbtn_Tc;
 
     TMidasQuery* Mqry_Bj;
     TDataSource* Ds_Bj;

@@ -41,38 +41,14 @@ bool isEnter(const QKeyEvent* key) {
 
 TGy_Qkhbh_Frm::TGy_Qkhbh_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     setObjectName(u"Gy_Qkhbh_Frm"_s);
-    Ui::Gy_Qkhbh_Frm ui;
-    ui.setupUi(this);
-    Ckb_Hh = ui.Ckb_Hh;
-    Edt_Hh = ui.Edt_Hh;
-    Ckb_hm = ui.Ckb_hm;
-    Edt_hm = ui.Edt_hm;
-    CkB_sfz = ui.CkB_sfz;
-    Edt_sfz = ui.Edt_sfz;
-    Ckb_yddz = ui.Ckb_yddz;
-    Edt_yddz = ui.Edt_yddz;
-    Ckb_ccbh = ui.Ckb_ccbh;
-    Edt_dnbcch = ui.Edt_dnbcch;
-    Ckb_dah = ui.Ckb_dah;
-    Edt_dah = ui.Edt_dah;
-    Ckb_cbc = ui.Ckb_cbc;
-    Edt_cbc = ui.Edt_cbc;
-    Ckb_khlx = ui.Ckb_khlx;
-    Cob_khlx = ui.Cob_khlx;
-    Ckb_dzm = ui.Ckb_dzm;
-    Edt_Dzm = ui.Edt_Dzm;
-    Ckb_zfdffs = ui.Ckb_zfdffs;
-    Cob_zfdffs = ui.Cob_zfdffs;
-    Bbtn_Cx = ui.Bbtn_Cx;
-    Bbtn_Qr = ui.Bbtn_Qr;
-    Bbtn_Quit = ui.Bbtn_Quit;
+    setupUi(this);
     SetCancelButton(Bbtn_Quit);
 
     Dbg_Fkhbh = NewRowGrid(this, "Dbg_Fkhbh");
     Dbg_Fkhbh->verticalHeader()->hide();
     Dbg_Fkhbh->horizontalHeader()->setStretchLastSection(true);
     Dbg_Fkhbh->setAlternatingRowColors(true);
-    ui.Lay_Fkhbh->addWidget(Dbg_Fkhbh);
+    Lay_Fkhbh->addWidget(Dbg_Fkhbh);
     setTabOrder(Bbtn_Quit, Dbg_Fkhbh);
     grid_ = new TDBGridBinding(Dbg_Fkhbh, Khcx().Mqry_Fkhbh, this);
     grid_->Model()->SetReadOnly(true);
@@ -88,8 +64,8 @@ TGy_Qkhbh_Frm::TGy_Qkhbh_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     Handle(Ckb_khlx, &QCheckBox::clicked, &TGy_Qkhbh_Frm::Ckb_khlxClick);
     Handle(Ckb_dzm, &QCheckBox::clicked, &TGy_Qkhbh_Frm::Ckb_dzmClick);
     Handle(Ckb_zfdffs, &QCheckBox::clicked, &TGy_Qkhbh_Frm::Ckb_zfdffsClick);
-    Handle(ui.Cob_khlx, &TDropDownComboBox::dropDown, &TGy_Qkhbh_Frm::Cob_khlxDropDown);
-    Handle(ui.Cob_zfdffs, &TDropDownComboBox::dropDown, &TGy_Qkhbh_Frm::Cob_zfdffsDropDown);
+    Handle(Cob_khlx, &TDropDownComboBox::dropDown, &TGy_Qkhbh_Frm::Cob_khlxDropDown);
+    Handle(Cob_zfdffs, &TDropDownComboBox::dropDown, &TGy_Qkhbh_Frm::Cob_zfdffsDropDown);
     Handle(Dbg_Fkhbh, &QTableView::doubleClicked, &TGy_Qkhbh_Frm::Dbg_FkhbhDblClick);
     Handle(Bbtn_Cx, &QPushButton::clicked, &TGy_Qkhbh_Frm::Bbtn_CxClick);
     Handle(Bbtn_Qr, &QPushButton::clicked, &TGy_Qkhbh_Frm::Bbtn_QrClick);

@@ -7,6 +7,7 @@
 #include <QString>
 
 #include "frame/Frm_Zt_Template.h"
+#include "ui_Frm_Gy_Qkhbh.h"
 
 class QCheckBox;
 class QComboBox;
@@ -15,7 +16,7 @@ class QPushButton;
 class QTableView;
 class TDBGridBinding;
 
-class TGy_Qkhbh_Frm : public TZt_Template_Frm {
+class TGy_Qkhbh_Frm : public TZt_Template_Frm, public Ui::Gy_Qkhbh_Frm {
     Q_OBJECT
 public:
     explicit TGy_Qkhbh_Frm(QWidget* parent = nullptr);
@@ -23,29 +24,6 @@ public:
     // The chosen account number; empty until the user confirms a row.
     QString sKhbh;
 
-    QCheckBox* Ckb_Hh;
-    QLineEdit* Edt_Hh;
-    QCheckBox* Ckb_hm;
-    QLineEdit* Edt_hm;
-    QCheckBox* CkB_sfz;
-    QLineEdit* Edt_sfz;
-    QCheckBox* Ckb_yddz;
-    QLineEdit* Edt_yddz;
-    QCheckBox* Ckb_ccbh;
-    QLineEdit* Edt_dnbcch;
-    QCheckBox* Ckb_dah;
-    QLineEdit* Edt_dah;
-    QCheckBox* Ckb_cbc;
-    QLineEdit* Edt_cbc;
-    QCheckBox* Ckb_khlx;
-    QComboBox* Cob_khlx;
-    QCheckBox* Ckb_dzm;
-    QLineEdit* Edt_Dzm;
-    QCheckBox* Ckb_zfdffs;
-    QComboBox* Cob_zfdffs;
-    QPushButton* Bbtn_Cx;
-    QPushButton* Bbtn_Qr;
-    QPushButton* Bbtn_Quit;
     QTableView* Dbg_Fkhbh;
 
 public slots:

@@ -27,19 +27,12 @@ TJc_CodeSelect_Frm::TJc_CodeSelect_Frm(QWidget* parent) : TZt_Template_Frm(paren
     // Keys typed into the search edit are the picker's own: no Enter-as-Tab
     // and no help keys.
     SetKeyPreview(false);
-    Ui::Jc_CodeSelect_Frm ui;
-    ui.setupUi(this);
-    Label1 = ui.Label1;
-    Cob_Field = ui.Cob_Field;
-    Edt_Value = ui.Edt_Value;
-    btn_Query = ui.btn_Query;
-    Bbtn_Qr = ui.Bbtn_Qr;
-    Bbtn_Quit = ui.Bbtn_Quit;
+    setupUi(this);
     SetCancelButton(Bbtn_Quit);
     Edt_Value->installEventFilter(this);
 
     Dbg_List = NewRowGrid(this, "Dbg_List");
-    ui.Lay_List->addWidget(Dbg_List);
+    Lay_List->addWidget(Dbg_List);
     setTabOrder(btn_Query, Dbg_List);
     grid_ = new TDBGridBinding(Dbg_List, selectQuery(), this);
     grid_->Model()->SetReadOnly(true);

@@ -17,6 +17,7 @@
 #include <QPointer>
 
 #include "frame/Frm_Zt_Template.h"
+#include "ui_Frm_Jc_CodeSelect.h"
 
 class QLabel;
 class QLineEdit;
@@ -25,7 +26,7 @@ class QTableView;
 class TDBGridBinding;
 class TKeyComboBox;
 
-class TJc_CodeSelect_Frm : public TZt_Template_Frm {
+class TJc_CodeSelect_Frm : public TZt_Template_Frm, public Ui::Jc_CodeSelect_Frm {
     Q_OBJECT
 public:
     explicit TJc_CodeSelect_Frm(QWidget* parent = nullptr);
@@ -40,12 +41,6 @@ public:
     QString ResultName;
 
     QTableView* Dbg_List;
-    QLabel* Label1;
-    TKeyComboBox* Cob_Field;
-    QLineEdit* Edt_Value;
-    QPushButton* btn_Query;
-    QPushButton* Bbtn_Qr;
-    QPushButton* Bbtn_Quit;
 
     TDBGridBinding* Grid() const { return grid_; }
 

@@ -41,12 +41,8 @@ TJc_Jcryxs_Frm::TJc_Jcryxs_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     grid_->Model()->SetReadOnly(true);
     grid_->Model()->SetColumns(gridColumns(QStringLiteral("XM")));
 
-    Ui::Jc_Jcryxs_Frm ui;
-    ui.setupUi(this);
-    ui.Lay_Jcryxs->addWidget(Dbg_Jcryxs);
-    Label1 = ui.Label1;
-    Bbtn_Qr = ui.Bbtn_Qr;
-    Bbtn_Quit = ui.Bbtn_Quit;
+    setupUi(this);
+    Lay_Jcryxs->addWidget(Dbg_Jcryxs);
 
     // The confirm button computes the fields, then closes with OK.
     Handle(Bbtn_Qr, &QPushButton::clicked, [this] {

@@ -8,21 +8,19 @@
 #include "data/DataSource.h"
 #include "frame/Frm_Zt_Template.h"
 #include "data/MidasQuery.h"
+#include "ui_Frm_Jc_Jcryxs.h"
 
 class QLabel;
 class QPushButton;
 class QTableView;
 class TDBGridBinding;
 
-class TJc_Jcryxs_Frm : public TZt_Template_Frm {
+class TJc_Jcryxs_Frm : public TZt_Template_Frm, public Ui::Jc_Jcryxs_Frm {
     Q_OBJECT
 public:
     explicit TJc_Jcryxs_Frm(QWidget* parent = nullptr);
 
-    QLabel* Label1;
     QTableView* Dbg_Jcryxs;
-    QPushButton* Bbtn_Qr;
-    QPushButton* Bbtn_Quit;
 
     TMidasQuery* MQry_Jcry;
     TDataSource* Ds_jcry;

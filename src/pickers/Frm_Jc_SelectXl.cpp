@@ -30,14 +30,7 @@ QTreeWidgetItem* lineNode(TMidasQuery* q) {
 
 TJc_SelectXl_Frm::TJc_SelectXl_Frm(QWidget* parent) : QDialog(parent) {
     TZt_Template_Frm::ApplyScreenLook(this);
-    Ui::Jc_SelectXl_Frm ui;
-    ui.setupUi(this);
-    TvLst_HyLb = ui.TvLst_HyLb;
-    Label1 = ui.Label1;
-    Edt_HyDm = ui.Edt_HyDm;
-    Edt_HyLb = ui.Edt_HyLb;
-    Bbtn_Qr = ui.Bbtn_Qr;
-    Bbtn_Quit = ui.Bbtn_Quit;
+    setupUi(this);
 
     // Not a base screen, so no net under the handlers: each catches its
     // own errors.

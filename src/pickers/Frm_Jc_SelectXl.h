@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <QPointer>
+#include "ui_Frm_Jc_SelectXl.h"
 
 class QLabel;
 class QLineEdit;
@@ -15,17 +16,11 @@ class QTreeWidgetItem;
 // key handling. Enter in the tree must reach the default confirm button
 // (Enter-as-Tab would only move the focus), and the picker has no help
 // topic of its own.
-class TJc_SelectXl_Frm : public QDialog {
+class TJc_SelectXl_Frm : public QDialog, public Ui::Jc_SelectXl_Frm {
     Q_OBJECT
 public:
     explicit TJc_SelectXl_Frm(QWidget* parent = nullptr);
 
-    QTreeWidget* TvLst_HyLb;
-    QLabel* Label1;
-    QLineEdit* Edt_HyDm;
-    QLineEdit* Edt_HyLb;
-    QPushButton* Bbtn_Qr;
-    QPushButton* Bbtn_Quit;
 
     // Read by the caller after OK.
     QString SelXlbh;

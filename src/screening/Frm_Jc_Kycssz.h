@@ -12,6 +12,7 @@
 
 #include "frame/Frm_Zt_Template.h"
 #include "data/MidasQuery.h"
+#include "ui_Frm_Jc_Kycssz.h"
 
 class QCheckBox;
 class QDateEdit;
@@ -32,7 +33,7 @@ class TDBLookupComboBox;
 struct TKycsCategory;
 struct TKycsParam;
 
-class TJc_Kycssz_Frm : public TZt_Template_Frm {
+class TJc_Kycssz_Frm : public TZt_Template_Frm, public Ui::Jc_Kycssz_Frm {
     Q_OBJECT
 public:
     explicit TJc_Kycssz_Frm(QWidget* parent = nullptr);
@@ -42,23 +43,6 @@ public:
     // screen lies in a folder above this one).
     void SetPlanTargets(QListWidget* customers, QPlainTextEdit* remarks);
 
-    QTabWidget *Pgc_Yckhpc, *Pgc_Cxdx;
-    QWidget *Ts_Cscz, *Ts_Xltq, *Ts_Dfdj, *Ts_Ydjc, *Ts_Ykjl, *Ts_Jlll;
-    QRadioButton *Rb_Xlxsyc, *Rb_Tqxsyc, *Rb_Xlpjdj, *Rb_Tqpjdj, *Rb_Dyld, *Rb_Lxld, *Rb_Lxdyld, *Rb_Bydlsy;
-    QRadioButton *Rb_Bydlqn, *Rb_Fgdlyc, *Rb_Ydlbdlyc, *Rb_Llkhyc, *Rb_Tbdldf, *rb_djcx, *Rb_Qdkh, *Rb_Tdyh;
-    QRadioButton *Rb_Dldy, *Rb_Zbdy, *Rb_Dldbkh, *Rb_Wjckh, *Rb_Bgyh, *Rb_Htyq, *Rb_Yckh, *Rb_Qtkh;
-    QLineEdit *Edt_Xldjbo, *Edt_Tqdjbo, *edt_Shny, *Edt_Dfny, *Edt_Ldlxcs, *Edt_Lddycs, *Edt_Pjys, *Edt_Dlbo;
-    QLineEdit *Edt_Dlboqn, *Edt_Fgdlycbl, *edt_dldy, *edt_sjll, *edt_tbje, *Edt_Qdcs, *Edt_Qdnf, *Edt_Zzcs;
-    QLineEdit *Edt_Zznf, *Edt_Yccs, *Edt_Ycnf, *Edt_Cbch, *Edt_Cbcmc, *Edt_Htrlq, *Edt_Htrlz, *Edt_Xlbh;
-    QLineEdit *Edt_Xlmc, *Edt_Tqbh, *Edt_Tqmc, *Edt_Hh;
-    QTableView *dbg_xltq, *Dbg_Jlll;
-    TDBLookupComboBox *Dblc_djm, *Dblc_Ywlb, *Dblc_Dw, *Dblc_Dydj, *dblc_Ydlb, *Dblc_Hylb, *Dblc_Khlx;
-    QDateEdit *dtp_jcrqq, *dtp_jcrqz, *Dtp_Slrqq, *Dtp_Slrqz, *dtp_Htjzrq;
-    QCheckBox *Ckb_Dw, *Ckb_Dydj, *ckb_ydlb, *Ckb_Hylb, *Ckb_Cbch, *Ckb_Khlx, *Ckb_Htrl, *Ckb_Xlbh;
-    QCheckBox *Ckb_Tqbh, *Ckb_Hh;
-    QToolButton *Sb_XzCbc, *Sb_XzXl, *Sb_XzTq, *Sb_XzHh;
-    QLabel *Lab_Cxdx, *Label4, *Pnl_Main, *Pnl_Wait;
-    QPushButton *Bbtn_Cx, *Bbtn_Qr, *Bbtn_Dy, *Bbtn_Tc1;
     TMidasQuery* Mqry_Select;  // the name look-ups
 
     // The category chosen: its code (0 = none) and caption, and its row text.
@@ -174,7 +158,6 @@ private:
                   QLineEdit* name);
     QString UnitKey() const;
 
-    QGridLayout* filterGrid_ = nullptr;
     TDBGridBinding* areaGrid_ = nullptr;
     TDBGridBinding* resultGrid_ = nullptr;
     QPointer<QListWidget> planCustomers_;

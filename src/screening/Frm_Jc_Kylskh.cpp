@@ -77,18 +77,7 @@ void MoveAll(TMidasQuery* from, TMidasQuery* to) {
 
 TJc_Kylskh_Frm::TJc_Kylskh_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     setObjectName(u"Jc_Kylskh_Frm"_s);
-    Ui::Jc_Kylskh_Frm ui;
-    ui.setupUi(this);
-    Dblc_Dw = ui.Dblc_Dw;
-    dtp_zdsjq = ui.dtp_zdsjq;
-    dtp_zdsjz = ui.dtp_zdsjz;
-    Bbtn_Cx = ui.Bbtn_Cx;
-    Sb_Right = ui.Sb_Right;
-    Sb_Aright = ui.Sb_Aright;
-    Sb_Left = ui.Sb_Left;
-    Sb_Aleft = ui.Sb_Aleft;
-    Bbtn_Qr = ui.Bbtn_Qr;
-    Bbtn_Tc1 = ui.Bbtn_Tc1;
+    setupUi(this);
     SetCancelButton(Bbtn_Tc1);
 
     Mqry_Jcls = new TMidasQuery(this, u"Mqry_Jcls"_s);
@@ -104,11 +93,11 @@ TJc_Kylskh_Frm::TJc_Kylskh_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
                          {u"BZ"_s, u"备注"_s, 160},
                          {u"ZDR"_s, u"制定人"_s, 70},
                          {u"ZDSJ"_s, u"制定时间"_s, -1}});
-    ui.Lay_lskh->addWidget(Dbg_lskh);
+    Lay_lskh->addWidget(Dbg_lskh);
     Dbg_Jckh = ListGrid(this, "Dbg_Jckh", Mqry_Jckh, kCustomerColumns);
-    ui.Lay_Jckh->addWidget(Dbg_Jckh);
+    Lay_Jckh->addWidget(Dbg_Jckh);
     Dbg_SelectKh = ListGrid(this, "Dbg_SelectKh", Mqry_SelectKh, kCustomerColumns);
-    ui.Lay_SelectKh->addWidget(Dbg_SelectKh);
+    Lay_SelectKh->addWidget(Dbg_SelectKh);
     // The grids take their places in the order of the form.
     setTabOrder(Bbtn_Cx, Dbg_lskh);
     setTabOrder(Dbg_lskh, Dbg_Jckh);

@@ -9,6 +9,7 @@
 #include "data/DataSource.h"
 #include "data/MidasQuery.h"
 #include "frame/Frm_Zt_Template.h"
+#include "ui_Frm_Jc_Kylskh.h"
 
 class QDateTimeEdit;
 class QListWidget;
@@ -19,7 +20,7 @@ class QToolButton;
 class TDBGridBinding;
 class TDBLookupComboBox;
 
-class TJc_Kylskh_Frm : public TZt_Template_Frm {
+class TJc_Kylskh_Frm : public TZt_Template_Frm, public Ui::Jc_Kylskh_Frm {
     Q_OBJECT
 public:
     explicit TJc_Kylskh_Frm(QWidget* parent = nullptr);
@@ -29,20 +30,10 @@ public:
     // screen (that screen lies in a folder above this one).
     void SetPlanTargets(QListWidget* customers, QPlainTextEdit* remarks);
 
-    TDBLookupComboBox* Dblc_Dw;
-    QDateTimeEdit* dtp_zdsjq;
-    QDateTimeEdit* dtp_zdsjz;
-    QPushButton* Bbtn_Cx;
     QTableView* Dbg_lskh;
     QTableView* Dbg_Jckh;
     QTableView* Dbg_SelectKh;
-    QToolButton* Sb_Right;
-    QToolButton* Sb_Aright;
-    QToolButton* Sb_Left;
-    QToolButton* Sb_Aleft;
     // Disabled until the plan scheduling screen enables it.
-    QPushButton* Bbtn_Qr;
-    QPushButton* Bbtn_Tc1;
 
     TMidasQuery* Mqry_Jcls;      // the unit's batches in the date range
     TMidasQuery* Mqry_Jckh;      // customers of the current batch

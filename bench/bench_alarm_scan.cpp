@@ -3,6 +3,7 @@
 // process, on the same file.
 //
 //   bench_alarm_scan [CUSTOMERS]   (default 100000)
+//   bench_alarm_scan --db URL      (an existing demo database, any engine)
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QSqlQuery>
@@ -15,6 +16,7 @@
 #include "data/Connection.h"
 #include "DemoGenerator.h"
 #include "data/MidasQuery.h"
+#include "data/SqlDialect.h"
 
 namespace {
 
@@ -48,19 +50,33 @@ double baselineSeconds(const QSqlDatabase& db, const QString& ny, qint64& rows) 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     std::int64_t customers = 100000;
-    if (argc > 1) customers = std::atoll(argv[1]);
-    if (customers < 2 || customers > tarvin::demo::kMaxCustomers) {
+    QString url;
+    if (argc > 2 && QLatin1String(argv[1]) == QLatin1String("--db")) url = QString::fromLocal8Bit(argv[2]);
+    else if (argc > 1) customers = std::atoll(argv[1]);
+    if (url.isEmpty() && (customers < 2 || customers > tarvin::demo::kMaxCustomers)) {
         std::fprintf(stderr, "bench_alarm_scan: CUSTOMERS must be from 2 to %lld\n", static_cast<long long>(tarvin::demo::kMaxCustomers));
         return 2;
     }
     QTemporaryDir dir;
     try {
         const QString connection = QStringLiteral("Shdl");
-        QSqlDatabase db = tarvin::db::openConnection(QStringLiteral("sqlite:") + dir.filePath(QStringLiteral("demo.sqlite")), connection);
-        std::fprintf(stderr, "writing the demo utility (%lld customers) ...\n", static_cast<long long>(customers));
-        tarvin::demo::DemoOptions o;
-        o.customers = customers;
-        const tarvin::demo::DemoSummary s = tarvin::demo::createDemoDatabase(db, o);
+        QSqlDatabase db = tarvin::db::openConnection(
+            url.isEmpty() ? QStringLiteral("sqlite:") + dir.filePath(QStringLiteral("demo.sqlite")) : url, connection);
+        tarvin::demo::DemoSummary s;
+        if (url.isEmpty()) {
+            std::fprintf(stderr, "writing the demo utility (%lld customers) ...\n", static_cast<long long>(customers));
+            tarvin::demo::DemoOptions o;
+            o.customers = customers;
+            s = tarvin::demo::createDemoDatabase(db, o);
+        } else {
+            QSqlQuery q(db);
+            if (!q.exec(QStringLiteral("select count(*) from y_khda")) || !q.next())
+                throw EDatabaseError(QStringLiteral("not a demo database: ") + url);
+            s.customers = q.value(0).toLongLong();
+            TMidasQuery clock;
+            OpenSql(&clock, QStringLiteral("select sysdate from dual"));
+            s.today = clock.Fields(0).AsDateTime().date();
+        }
         const QString ny = s.today.toString(QStringLiteral("yyyyMM"));
 
         tarvin::alarms::ScanOptions scan;
@@ -96,8 +112,8 @@ int main(int argc, char** argv) {
         const double f = *std::min_element(full.begin(), full.end());
         const double a = *std::min_element(again.begin(), again.end());
 
-        std::printf("bench_alarm_scan (SQLite): %lld customers, month %s: %lld ledger rows, %d alarms raised\n",
-                    static_cast<long long>(s.customers), qPrintable(ny), static_cast<long long>(rows), raised);
+        std::printf("bench_alarm_scan (%s): %lld customers, month %s: %lld ledger rows, %d alarms raised\n",
+                    qPrintable(tarvin::sql::dialectName(tarvin::db::dialectOf(db))), static_cast<long long>(s.customers), qPrintable(ny), static_cast<long long>(rows), raised);
         std::printf("  baseline, a plain scan of the month's ledger rows: %.3f s\n", b);
         std::printf("  the alarm scan, six kinds in one transaction:       %.3f s\n", f);
         for (std::size_t i = 0; i < perKind.size(); ++i)

@@ -71,14 +71,17 @@ QString sql02(const QString& unitFilter) {
 }
 
 // 03: a customer assessed on power factor (a standard on the month's
-// ledger) with active energy and no reactive energy.
+// ledger) with active energy and no reactive energy. Only the month's rows
+// of customers with a standard are summed: grouping the whole month by
+// customer costs more than reading it.
 QString sql03(const QString& unitFilter) {
     return insertHead(QStringLiteral("03"),
                       QStringLiteral("'力率考核标准'||to_char(q.bz/100.0,'FM0.00')||'，本月有功电量'||to_char(round(q.dl),%1)"
                                      "||'千瓦时，无功电量为零'")
                           .arg(kKwh)) +
            QStringLiteral("(select a.hh, a.dw, s.bz, s.dl from y_khda a,"
-                          " (select d.hh, max(d.llkhbz) bz, sum(%1) dl from b_dltzxx d where d.ny=:ny group by d.hh"
+                          " (select d.hh, max(d.llkhbz) bz, sum(%1) dl from b_dltzxx d where d.ny=:ny"
+                          " and d.hh in (select x.hh from b_dltzxx x where x.ny=:ny and x.llkhbz>0) group by d.hh"
                           " having max(d.llkhbz)>0 and sum(%1)>0 and sum(nvl(d.wgdl,0))=0) s"
                           " where s.hh=a.hh")
                .arg(kEnergy) +

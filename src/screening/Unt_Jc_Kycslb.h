@@ -2,7 +2,8 @@
 // and count texts, parameters, extra grid columns and preconditions; and the
 // common filters with the closing line that end every search. The screen,
 // the command-line tool, the SQL corpus and the benchmarks all read these,
-// so each text exists here once. Plain data, QtCore only.
+// so each text exists here once. Plain data and the parameter check, QtCore
+// only.
 #pragma once
 
 #include <QString>
@@ -41,6 +42,20 @@ struct TKycsTexts {
     QString Row{}, Count{};
 };
 
+// What the tool's reason column says of a customer found: the rule's
+// figures for that customer. Format is text with figures in braces:
+//   {NAME}       a column of Sql's first row, else of the customer's row;
+//   {:NAME}      a parameter's value (the category's or a filter's);
+//   {NAME|text}  the text when the figure is empty;
+//   {#}          the number of Sql's rows;
+//   [...]        repeated for each of Sql's rows, joined with "、".
+// Sql (Oracle, for one customer) binds each name from the parameters, else
+// from the customer's row (:HH, :CDBH). Without Sql the customer's own row
+// carries the figures, so long lists (25, 99) cost no query per customer.
+struct TKycsReason {
+    QString Sql{}, Format{};
+};
+
 struct TKycsCategory {
     int Code = 0;
     QString Caption{};  // Kycsmc
@@ -60,6 +75,7 @@ struct TKycsCategory {
     QString RequiredFilter{};  // a filter whose check box must be on, with that filter's message
     QString ForcedFilter{};    // a filter the category turns on before the search
     bool AreaList = false;   // choosing the radio loads the area loss list
+    TKycsReason Reason{};
 };
 
 struct TKycsPage {
@@ -84,6 +100,11 @@ const TKycsCategory* KycsCategory(int code);
 const QVector<TKycsPage>& KycsPages();
 const QVector<TKycsFilter>& KycsFilters();
 const TKycsFilter* KycsFilter(const QString& name);
+
+// Whether the typed text passes the check a parameter edit makes on leaving
+// it (the text is trimmed first; only the year and year-month checks refuse
+// an empty one).
+bool KycsPasses(TKycsCheck check, const QString& typed);
 
 // The text the row (count) query receives. Code 4's row query gets the
 // count text and its count query nothing, as the screen has always done.

@@ -1,7 +1,7 @@
 // The screening screen through its widgets, on each engine and opener:
 // which radio counts, the parameter checks on leaving an edit, what radios
 // and filter boxes open, the name look-ups, the area loss list; the search
-// with its guard, the result page, confirm and the menu entry.
+// with its guard, the result page, confirm, print and the menu entry.
 #include <QTest>
 #include <QtWidgets>
 
@@ -251,6 +251,44 @@ TEST_P(ScreeningSettings, AreaLossListOnTheDemoUtility) {
     EXPECT_TRUE(areas.contains(s->Edt_Tqbh->text() + u"|"_s + s->Edt_Tqmc->text()));
     click(s.get(), u"Ckb_Tqbh"_s);
     if (dialect() == tarvin::sql::Dialect::SQLite) screenshot(s.get(), u"screening-settings"_s);
+}
+
+// On a demo utility the printed result names its category, unit and count
+// and lists every account with the category's own column; its first page's
+// picture. Without its layout the print is refused in a box, the result kept.
+TEST_P(ScreeningSettings, PrintsTheResultOnTheDemoUtility) {
+    expectNoBoxes = false;
+    db->exec(u"DELETE FROM z_dwbm"_s);
+    tarvin::demo::writeDemo(db->db(), {.customers = 2000, .seed = 1, .units = 2, .today = {}});
+    Gdw = u"0101"_s;
+    Gdwmc = u"城区供电分公司"_s;
+    const auto restore = qScopeGuard([] { Gdwmc.clear(); });
+    reopen();
+    search(s->Ts_Dfdj, u"Rb_Bydlqn"_s);
+    const QStringList accounts = column();
+    ASSERT_FALSE(accounts.isEmpty()) << boxes.texts().join(u'|').toStdString();
+    QString preview;
+    onNextModal([&](QWidget* w) {
+        preview = w->metaObject()->className();
+        w->close();
+    });
+    click(s.get(), u"Bbtn_Dy"_s);
+    EXPECT_EQ(preview, u"QPrintPreviewDialog"_s);
+    QTemporaryDir dir;
+    s->Rpt_Kykhcx.ExportPdf(dir.filePath(u"r.pdf"_s));
+    QProcess p;
+    p.start(u"pdftotext"_s, {dir.filePath(u"r.pdf"_s), u"-"_s});
+    ASSERT_TRUE(p.waitForFinished(30000));
+    // The font's glyph of 户 is the door radical's, which NFKC makes 戶.
+    const QString text = QString::fromUtf8(p.readAllStandardOutput()).normalized(QString::NormalizationForm_KC).remove(u' ').replace(u'戶', u'户');
+    for (const QString& want : QStringList{u"异常客户查询结果"_s, u"查询对象:去年同期比较电量波动异常客户"_s, u"单位:城区供电分公司"_s, u"波动百分比"_s,
+                                           u"记录数:%1条"_s.arg(accounts.size())} + accounts)
+        EXPECT_TRUE(text.contains(want)) << want.toStdString() << "\n" << text.toStdString();
+    const QString shots = qEnvironmentVariable("TARVIN_SCREENSHOT_DIR");
+    if (!shots.isEmpty() && dialect() == tarvin::sql::Dialect::SQLite) s->Rpt_Kykhcx.RenderPage(0, 110).save(shots + u"/screening-print.png"_s);
+    db->exec(u"DELETE FROM z_report WHERE bbmc = '异常客户查询结果'"_s);
+    click(s.get(), u"Bbtn_Dy"_s);
+    EXPECT_TRUE(boxes.last().startsWith(u"打印异常客户查询结果出错"_s) && s->isVisible() && column() == accounts) << boxes.last().toStdString();
 }
 
 TARVIN_INSTANTIATE_ENGINES_AND_OPENERS(ScreeningSettings);

@@ -82,3 +82,36 @@ INSERT INTO z_report (bbmc, bbsm, mb) VALUES ('报警提醒清单', '异常客�
     ]}
   ]
 }');
+
+-- The screening result: the screening screen gives the variables Cxdx (the
+-- category's caption), Dwmc, Jls (the customers found) and Dyrq (the print
+-- date) and its result rows; the category's own columns (consecutive
+-- months, swing, ...) are added by the screen at the right of the table.
+INSERT INTO z_report (bbmc, bbsm, mb) VALUES ('异常客户查询结果', '异常客户检索结果清单，异常客户检索屏幕打印', '{
+  "page": {"size": "A4", "orientation": "landscape", "margins": [15, 12, 15, 10],
+           "font": {"family": "宋体", "size": 10}},
+  "bands": [
+    {"band": "title", "height": 26, "items": [
+      {"text": "异常客户查询结果", "y": 0, "h": 10, "align": "center", "font": {"size": 18, "bold": true}},
+      {"text": "单位：${Dwmc}", "x": 0, "y": 12, "w": 150, "h": 6},
+      {"text": "打印日期：${Dyrq}", "x": 167, "y": 12, "w": 100, "h": 6, "align": "right"},
+      {"text": "查询对象：${Cxdx}", "x": 0, "y": 18, "w": 180, "h": 6},
+      {"text": "符合查询条件的记录数：${Jls} 条", "x": 167, "y": 18, "w": 100, "h": 6, "align": "right"}
+    ]},
+    {"band": "detail", "height": 7, "stretch": true, "titleHeight": 8, "columns": [
+      {"title": "序号", "text": "${Line}", "width": 10, "align": "center"},
+      {"title": "户号", "field": "HH", "width": 24, "align": "center"},
+      {"title": "户名", "field": "HM", "width": 62, "wrap": true},
+      {"title": "用电地址", "field": "YDDZ", "width": 47, "wrap": true},
+      {"title": "客户类型", "field": "KHLX", "width": 22, "align": "center", "wrap": true},
+      {"title": "合同容量", "field": "HTRL", "width": 18, "align": "right"},
+      {"title": "电压等级", "field": "DYDJ", "width": 18, "align": "center"},
+      {"title": "上次检查日期", "field": "SCJCRQ", "width": 24, "align": "center", "format": "yyyy-MM-dd"},
+      {"title": "联系人", "field": "LXR", "width": 17, "align": "center", "wrap": true},
+      {"title": "联系电话", "field": "LXDH", "width": 25, "align": "center"}
+    ]},
+    {"band": "pageFooter", "height": 8, "items": [
+      {"text": "第 ${Page} 页 共 ${Pages} 页", "y": 2, "h": 6, "align": "center"}
+    ]}
+  ]
+}');

@@ -51,8 +51,11 @@ const QList<TColumn> kBaseColumns{{u"HH"_s, u"户号"_s, 86},       {u"HM"_s, u"
                                   {u"HTRL"_s, u"合同容量"_s, 60},   {u"DYDJ"_s, u"电压等级"_s, 60},
                                   {u"SCJCRQ"_s, u"上次检查日期"_s, 84}, {u"LXR"_s, u"联系人"_s, 56},
                                   {u"LXDH"_s, u"联系电话"_s, 92}};
-// A category's extra columns.
+// A category's extra columns, on the grid (pixels) and printed (mm).
 constexpr int kExtraWidth = 72;
+constexpr double kPrintedExtraWidth = 24;
+
+const QString kReportName = u"异常客户查询结果"_s;
 
 // The separator of account number and name in the plan screen's list.
 constexpr char16_t kSeparator = u'\u2506';
@@ -128,6 +131,7 @@ TJc_Kycssz_Frm::TJc_Kycssz_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     Handle(Pgc_Yckhpc, &QTabWidget::currentChanged, &TJc_Kycssz_Frm::Pgc_YckhpcChange);
     Handle(Bbtn_Cx, &QPushButton::clicked, &TJc_Kycssz_Frm::Bbtn_CxClick);
     Handle(Bbtn_Qr, &QPushButton::clicked, &TJc_Kycssz_Frm::Bbtn_QrClick);
+    Handle(Bbtn_Dy, &QPushButton::clicked, &TJc_Kycssz_Frm::Bbtn_DyClick);
     Handle(Bbtn_Tc1, &QPushButton::clicked, &TJc_Kycssz_Frm::Bbtn_Tc1Click);
 
     Handle(Rb_Xlxsyc, &QRadioButton::clicked, &TJc_Kycssz_Frm::Rb_XlxsycClick);
@@ -416,6 +420,58 @@ void TJc_Kycssz_Frm::Bbtn_QrClick() {
     }
     planRemarks_->appendPlainText(Kycsmc);
     close();
+}
+
+// ------------------------------------------------------------ print
+
+void TJc_Kycssz_Frm::Bbtn_DyClick() {
+    using tarvin::report::EReportError;
+    TMidasQuery* rows = Tarvin().MQry_Kykhcx;
+    if (!rows->Active()) return;
+    try {
+        // Read afresh each time: a layout changed in z_report prints at once.
+        Rpt_Kykhcx.LoadFromDatabase(kReportName);
+        AddPrintedColumns();
+        // A quote inside a value is doubled, as in SQL.
+        Rpt_Kykhcx.Variables().Clear();
+        Rpt_Kykhcx.Variables().Add("Cxdx='" + QuotedSqlText(Kycsmc) + "'");
+        Rpt_Kykhcx.Variables().Add("Dwmc='" + QuotedSqlText(Gdwmc) + "'");
+        Rpt_Kykhcx.Variables().Add("Jls='" + QString::number(rows->RecordCount()) + "'");
+        Rpt_Kykhcx.Variables().Add("Dyrq='" + GetServerDateTime().date().toString(u"yyyy-MM-dd"_s) + "'");
+        Rpt_Kykhcx.SetDataSet(rows);
+        Rpt_Kykhcx.Preview(this);
+    } catch (const EReportError& e) {
+        // A missing or broken layout: say which, so the administrator knows
+        // what to restore.
+        throw std::runtime_error((u"打印异常客户查询结果出错："_s + e.message() +
+                                  u"\n请系统管理员检查报表定义（z_report）。"_s).toStdString());
+    }
+}
+
+void TJc_Kycssz_Frm::AddPrintedColumns() {
+    using namespace tarvin::report;
+    TReportBand* detail = Rpt_Kykhcx.Layout().Band(TReportBand::Detail);
+    TMidasQuery* rows = Tarvin().MQry_Kykhcx;
+    QList<TColumn> extra;
+    for (const TColumn& c : resultGrid_->Model()->Columns().mid(kBaseColumns.size()))
+        if (rows->FindFieldIndex(c.FieldName) >= 0) extra << c;
+    if (!detail || detail->columns.empty() || extra.isEmpty()) return;
+    // Their room comes first from what the table leaves free, then from the
+    // columns that wrap (name, address), each giving in proportion to what
+    // it has beyond an extra column's width.
+    const auto spare = [](const TReportColumn& c) { return c.wrap ? std::max(0.0, c.width - kPrintedExtraWidth) : 0.0; };
+    const double need = kPrintedExtraWidth * extra.size() - (Rpt_Kykhcx.Layout().PrintableWidth() - detail->TableWidth());
+    double spares = 0;
+    for (const TReportColumn& c : detail->columns) spares += spare(c);
+    if (need > spares) return;  // no room: the layout prints as it is
+    for (TReportColumn& c : detail->columns)
+        if (need > 0) c.width -= need * spare(c) / spares;
+    for (const TColumn& c : extra) {
+        TReportColumn& column = detail->AddColumn(c.Title, c.FieldName, kPrintedExtraWidth, Qt::AlignCenter);
+        column.wrap = true;
+        const TFieldType type = rows->Fields(rows->FindFieldIndex(c.FieldName)).DataType();
+        if (type == ftDate || type == ftDateTime) column.format = u"yyyy-MM-dd"_s;
+    }
 }
 
 // ------------------------------------------------------------ category

@@ -4,7 +4,8 @@
 // caption, radio, parameters with their checks, messages, server defaults,
 // texts and extra columns) is read from the category table, so the screen
 // holds only its layout and the wiring. The result stays in the data module
-// between openings; confirm hands it to the plan scheduling screen.
+// between openings; confirm hands it to the plan scheduling screen, print
+// lists it with the layout kept in z_report.
 #pragma once
 
 #include <QHash>
@@ -12,6 +13,7 @@
 
 #include "frame/Frm_Zt_Template.h"
 #include "data/MidasQuery.h"
+#include "report/Report.h"
 #include "ui_Frm_Jc_Kycssz.h"
 
 class QCheckBox;
@@ -44,6 +46,8 @@ public:
     void SetPlanTargets(QListWidget* customers, QPlainTextEdit* remarks);
 
     TMidasQuery* Mqry_Select;  // the name look-ups
+    // The result as printed: "异常客户查询结果" from z_report.
+    tarvin::report::TReport Rpt_Kykhcx;
 
     // The category chosen: its code (0 = none) and caption, and its row text.
     int Kycslb = 0;
@@ -59,6 +63,7 @@ public slots:
     void Pgc_YckhpcChange();
     void Bbtn_CxClick();
     void Bbtn_QrClick();
+    void Bbtn_DyClick();
     void Bbtn_Tc1Click();
 
     // Radios: their category's parameter controls enabled, the first focused.
@@ -144,6 +149,8 @@ private:
     bool AppendFilters();
     void BindParam(const TKycsParam& p);
     void SetResultColumns(const TKycsCategory& c);
+    // The category's own columns of the grid, added to the printed table.
+    void AddPrintedColumns();
     // The result page for the rows now in the data module.
     void ShowResult();
     void RadioClick(QRadioButton* radio);

@@ -82,20 +82,6 @@ const TKycsParam* ParamOf(const QString& control) {
     return nullptr;
 }
 
-bool Passes(TKycsCheck check, const QString& typed) {
-    const QString t = typed.trimmed();
-    switch (check) {
-    case TKycsCheck::Year: return t.size() == 4 && CheckIntStr(t);
-    case TKycsCheck::YearMonth: return t.size() == 6 && CheckIntStr(t);
-    case TKycsCheck::Count: return CheckIntStr(t) && t.toInt() >= 0;
-    case TKycsCheck::Whole: return CheckIntStr(t);
-    case TKycsCheck::NonNegativeReal: return CheckFloatStr(t) && t.toDouble() >= 0;
-    case TKycsCheck::Real: return CheckFloatStr(t);
-    case TKycsCheck::None: break;
-    }
-    return true;
-}
-
 bool IsEnter(const QKeyEvent* key) { return key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter; }
 
 }  // namespace
@@ -562,7 +548,7 @@ void TJc_Kycssz_Frm::Ckb_HhClick() { FilterClick(Ckb_Hh); }
 
 bool TJc_Kycssz_Frm::CheckParam(QLineEdit* edit) {
     const TKycsParam* p = ParamOf(edit->objectName());
-    if (!p || Passes(p->Check, edit->text())) return true;
+    if (!p || KycsPasses(p->Check, edit->text())) return true;
     ShowInfoMsg(p->Message);
     refocusing_ = true;
     edit->setFocus(Qt::OtherFocusReason);

@@ -188,7 +188,7 @@ int main(int argc, char** argv) {
             const double a = module / raw, b = module / scan;
             worstA = std::max(worstA, a);
             worstB = std::max(worstB, b);
-            std::printf("  %4d  %7lld  %7.3f  %7.3f  %5.2f  %7.3f  %5.2f\n", c.Code, hits, module, raw, a, scan, b);
+            std::printf("  %4d  %7lld  %9.6f  %9.6f  %5.2f  %7.3f  %5.2f\n", c.Code, hits, module, raw, a, scan, b);
             std::fflush(stdout);
         }
         std::printf("  worst (a) %.2f (goal <= 1.10), worst (b) %.2f (goal <= 1.5)\n", worstA, worstB);

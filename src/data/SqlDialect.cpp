@@ -111,7 +111,9 @@ Translated translate(const QString& oracleSql, Dialect dialect) {
     return memory.translate(oracleSql, dialect);
 }
 
-QStringList parameterNames(const QString& oracleSql) {
+namespace {
+
+QStringList parameterNamesUncached(const QString& oracleSql) {
     QStringList out;
     QStringList seen;
     for (const Token& t : tokenize(oracleSql, false)) {
@@ -122,6 +124,25 @@ QStringList parameterNames(const QString& oracleSql) {
         out << t.text;
     }
     return out;
+}
+
+}  // namespace
+
+// A dataset asks again each time a line is added to its text, so the names
+// of the texts seen are remembered as translations are.
+QStringList parameterNames(const QString& oracleSql) {
+    static std::shared_mutex mutex;
+    static QHash<QString, QStringList> seen;
+    {
+        std::shared_lock lock(mutex);
+        const auto it = seen.constFind(oracleSql);
+        if (it != seen.cend()) return *it;
+    }
+    QStringList names = parameterNamesUncached(oracleSql);
+    std::unique_lock lock(mutex);
+    if (seen.size() >= 4096) seen.clear();
+    seen.insert(QString(oracleSql.constData(), oracleSql.size()), names);
+    return names;
 }
 
 QString literal(const QVariant& value, Dialect) {

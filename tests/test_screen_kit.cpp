@@ -66,6 +66,18 @@ TEST_P(ScreenKit, GridAndDataSetMoveTogether) {
     EXPECT_EQ(model->rowCount(), 0);
 }
 
+// A date-time at midnight shows as its day on both engines (SQLite hands it
+// over as text), one with a time of day in full.
+TEST_P(ScreenKit, GridShowsADayWithoutItsMidnight) {
+    db->exec("INSERT INTO b_dltzxx (hh, ny, jfdbh, cbrq) VALUES ('1', '202611', '1', '2026-11-20 00:00:00'), "
+             "('1', '202611', '2', '2026-11-20 08:30:00')");
+    TMidasQuery d;
+    OpenSql(&d, "select cbrq from b_dltzxx order by jfdbh");
+    TDataSetModel model(&d);
+    EXPECT_EQ(model.index(0, 0).data().toString(), "2026-11-20");
+    EXPECT_EQ(model.index(1, 0).data().toString(), "2026-11-20 08:30:00");
+}
+
 TEST_P(ScreenKit, FieldBoundEditShowsAndWritesTheCurrentRow) {
     QLineEdit edit;
     TDBFieldBinding fields(&q);

@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QMetaProperty>
+#include <QRegularExpression>
 #include <QTableView>
 
 TDataSetModel::TDataSetModel(TMidasQuery* dataSet, QObject* parent)
@@ -91,7 +92,12 @@ QString TDataSetModel::DisplayText(const QVariant& v) {
     }
     if (v.typeId() == QMetaType::QDate) return v.toDate().toString(QStringLiteral("yyyy-MM-dd"));
     if (v.typeId() == QMetaType::Double) return QString::number(v.toDouble(), 'g', 15);
-    return v.toString();
+    // SQLite hands date-times over as their text: a day without a time of
+    // day shows as the day, as PostgreSQL's date-times do.
+    const QString text = v.toString();
+    static const QRegularExpression midnight(QStringLiteral("^\\d{4}-\\d{2}-\\d{2} 00:00:00$"));
+    if (text.size() == 19 && midnight.match(text).hasMatch()) return text.left(10);
+    return text;
 }
 
 QVariant TDataSetModel::data(const QModelIndex& index, int role) const {

@@ -3,7 +3,7 @@ BUILD   ?= build
 JOBS    ?= $(shell nproc)
 DEMO_DB ?= $(HOME)/.local/share/tarvin/demo.sqlite
 
-.PHONY: all deps configure build check test demo bench clean
+.PHONY: all deps configure build check test demo bench bench-scale clean
 
 all: build
 
@@ -34,6 +34,11 @@ demo: build
 
 bench: build
 	@scripts/with-pg.sh sh -c 'for b in $(BUILD)/bin/bench_*; do $$b; done'
+
+# The screening and alarm benchmarks at a million customers (SQLite) and
+# 200,000 (PostgreSQL); about an hour, docs/performance.md.
+bench-scale: build
+	@BUILD=$(BUILD) scripts/bench-scale.sh
 
 clean:
 	rm -rf $(BUILD)

@@ -7,19 +7,23 @@
 //       unit's customers for a rule on the customer master, the unit's
 //       ledger months the rule reads for a ledger rule.
 // Best of several runs each, every query run once first to warm the caches.
+// Without --db it writes a demo utility of --customers (20,000) to a
+// temporary SQLite file first; scripts/bench-scale.sh runs it at scale.
 //
-//   bench_screening --db URL [--unit DW] [--only CODE,...]
+//   bench_screening [--db URL | --customers N] [--unit DW] [--only CODE,...]
 #include <QCoreApplication>
 #include <QDate>
 #include <QElapsedTimer>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QTemporaryDir>
 #include <algorithm>
 #include <cstdio>
 #include <functional>
 #include <map>
 
 #include "data/Connection.h"
+#include "DemoGenerator.h"
 #include "data/MidasQuery.h"
 #include "data/SqlDialect.h"
 #include "screening/Unt_Jc_Kycslb.h"
@@ -138,20 +142,30 @@ qint64 openRaw(const QSqlDatabase& db, const Query& s) {
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     QString url, unit = QStringLiteral("0101");
+    qint64 customers = 20000;
     QList<int> only;
     const QStringList args = app.arguments();
     for (int i = 1; i + 1 < args.size(); i += 2) {
         if (args[i] == QLatin1String("--db")) url = args[i + 1];
         else if (args[i] == QLatin1String("--unit")) unit = args[i + 1];
+        else if (args[i] == QLatin1String("--customers")) customers = args[i + 1].toLongLong();
         else if (args[i] == QLatin1String("--only"))
             for (const QString& c : args[i + 1].split(QLatin1Char(','))) only << c.toInt();
     }
-    if (url.isEmpty()) {
-        std::fprintf(stderr, "usage: bench_screening --db URL [--unit DW] [--only CODE,...]\n");
+    if (customers < 2 || customers > tarvin::demo::kMaxCustomers) {
+        std::fprintf(stderr, "usage: bench_screening [--db URL | --customers N] [--unit DW] [--only CODE,...]\n");
         return 2;
     }
+    QTemporaryDir dir;
     try {
-        QSqlDatabase db = tarvin::db::openConnection(url, QStringLiteral("Shdl"));
+        QSqlDatabase db = tarvin::db::openConnection(
+            url.isEmpty() ? QStringLiteral("sqlite:") + dir.filePath(QStringLiteral("demo.sqlite")) : url, QStringLiteral("Shdl"));
+        if (url.isEmpty()) {
+            std::fprintf(stderr, "writing the demo utility (%lld customers) ...\n", static_cast<long long>(customers));
+            tarvin::demo::DemoOptions o;
+            o.customers = customers;
+            tarvin::demo::createDemoDatabase(db, o);
+        }
         const Dialect d = tarvin::db::dialectOf(db);
         TMidasQuery clock;
         clock.SetDatabaseName(QStringLiteral("Shdl"));

@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 
 #include "data/Connection.h"
+#include "data/MidasQuery.h"
 #include "Fixtures.h"
 #include "Schema.h"
 
@@ -90,10 +91,20 @@ protected:
                   "('H1', '200403', '1', 300, NULL), ('H1', '200404', '1', 0, NULL), ('H2', '200401', '1', 0, NULL), "
                   "('H2', '200402', '1', 40, NULL), ('H3', '200401', '1', 30, NULL), ('H3', '200402', '1', 35, NULL)"_s);
     }
-    // Bound as the screening binds them: every argument a text.
+    // Bound as the screening binds them: every argument a text. The call in
+    // a select list sent through the module (which PostgreSQL answers from
+    // the month figures) gives what the routine gives.
     QVariant swing(const char* hh, const char* ny, const char* months, const char* flag = "1") {
-        return db().scalar(u"SELECT jc_pjdlbd(?, ?, ?, ?)"_s,
-                           {QLatin1String(hh), QLatin1String(ny), QLatin1String(months), QLatin1String(flag)});
+        const QVariant routine = db().scalar(u"SELECT jc_pjdlbd(?, ?, ?, ?)"_s,
+                                             {QLatin1String(hh), QLatin1String(ny), QLatin1String(months), QLatin1String(flag)});
+        TMidasQuery q;
+        q.SetDatabaseName(db().connectionName());
+        OpenSql(&q, u"select jc_pjdlbd(:hh,:ny,:n,:f) bd from dual"_s,
+                {{"hh", QLatin1String(hh)}, {"ny", QLatin1String(ny)}, {"n", QLatin1String(months)}, {"f", QLatin1String(flag)}});
+        const auto shown = [](bool null, double v) { return null ? u"null"_s : QString::number(v); };
+        EXPECT_EQ(shown(q.Fields(0).IsNull(), q.Fields(0).AsFloat()), shown(routine.isNull(), routine.toDouble()))
+            << hh << " " << ny << " " << months << " " << flag;
+        return routine;
     }
 };
 
@@ -106,6 +117,7 @@ TEST_P(EnergySwing, MonthAgainstTheAverageOfTheMonthsBefore) {
     EXPECT_DOUBLE_EQ(swing("H1", "200402", "3").toDouble(), 150.0);  // 200 against (60 + 100) / 2
     EXPECT_DOUBLE_EQ(swing("H1", "200403", "6").toDouble(), 150.0);  // 300 against (60 + 100 + 200) / 3
     EXPECT_NEAR(swing("H3", "200402", "1").toDouble(), 16.67, 1e-9);  // rounded to two places
+    EXPECT_DOUBLE_EQ(swing("H1", "200403", "13").toDouble(), 150.0);  // 300 against (60 + 100 + 200) / 3
 }
 
 TEST_P(EnergySwing, NothingToCompareGivesNull) {

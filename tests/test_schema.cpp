@@ -157,6 +157,12 @@ TEST_P(ScreeningViews, CustomerMasterAndZeroReadingRuns) {
     EXPECT_EQ(rows(db_, "SELECT hh, ny, lxldys FROM v_lxld ORDER BY hh, ny"),
               QStringList({"000000000A|200401|0", "000000000A|200402|1", "000000000A|200403|2", "000000000A|200404|0",
                            "000000000A|200405|1", "000000000B|200403|1", "000000000B|200404|2"}));
+    // Changed and removed readings count at once (PostgreSQL keeps the month
+    // figures beside the ledger).
+    db_.exec("UPDATE b_dltzxx SET jfpdl = 0 WHERE hh = '000000000A' AND ny = '200404'");
+    db_.exec("DELETE FROM b_dltzxx WHERE hh = '000000000B' AND ny = '200403'");
+    EXPECT_EQ(rows(db_, "SELECT hh, ny, lxldys FROM v_lxld WHERE ny >= '200403' ORDER BY hh, ny"),
+              QStringList({"000000000A|200403|2", "000000000A|200404|3", "000000000A|200405|4", "000000000B|200404|1"}));
 }
 
 TEST_P(ScreeningViews, YearOnYearSwingPeakValleyRatioAndAreaLoss) {

@@ -100,8 +100,17 @@ const Case kCases[] = {
      "WHERE NY=:NY   AND BDL>:BDL AND  a.Dw=:Dw  and  1=1",
      " select * from   (select distinct A.*,B.NY,CAST(jc_pjdlbd(A.HH,B.NY,:YS,'1') AS NUMERIC) bdl  from V_YCKHDA A LEFT JOIN B_DLTZXX  B ON "
      "A.HH=B.HH) A WHERE NY=:NY   AND BDL>:BDL AND  a.Dw=:DW  and  1=1",
-     " select * from   (select distinct A.*,B.NY,jc_pjdlbd(A.HH,B.NY,:YS,'1') bdl  from V_YCKHDA A LEFT JOIN B_DLTZXX  B ON A.HH=B.HH) A "
+     " select * from   (select distinct A.*,B.NY,tarvin_pjdlbd(tarvin_f1.zdl, tarvin_f1.pjdl, A.HH,B.NY,:YS,'1') bdl  from V_YCKHDA A "
+     "LEFT JOIN B_DLTZXX  B ON A.HH=B.HH LEFT JOIN b_ydlhz tarvin_f1 ON tarvin_f1.hh = (A.HH) AND tarvin_f1.ny = (B.NY)) A "
      "WHERE NY=:NY   AND BDL>:BDL AND  a.Dw=:DW  and  1=1"},
+    // PostgreSQL: jc_pjdlbd in a select list takes the month figures by a
+    // join (a comma list becomes one join first); in an aggregate's select
+    // or another clause it stays a call.
+    {"select jc_pjdlbd(a.hh, b.ny, 3, '0') x, (select max(jc_pjdlbd(c.hh, c.ny, 1, '1')) from c) y from a, b "
+     "where jc_pjdlbd(a.hh, b.ny, 2, '1') > 1", nullptr,
+     "select tarvin_pjdlbd(tarvin_f1.zdl, tarvin_f1.pjdl, a.hh, b.ny, 3, '0') x, (select max(jc_pjdlbd(c.hh, c.ny, 1, '1')) from c) y "
+     "from (a CROSS JOIN b) LEFT JOIN b_ydlhz tarvin_f1 ON tarvin_f1.hh = (a.hh) AND tarvin_f1.ny = (b.ny) "
+     "where jc_pjdlbd(a.hh, b.ny, 2, '1') > 1"},
     {"select count(*) jls from (select a.*,b.cs from v a, (select a.hh,count(*) cs from v a,s b where a.hh=b.hh(+) group by a.hh) b "
      "where a.hh=b.hh(+) and b.cs>:cs) x",
      "select CAST(count(*) AS NUMERIC) jls from (select a.*,b.cs from v a LEFT JOIN (select a.hh,CAST(count(*) AS NUMERIC) cs from v a "

@@ -129,6 +129,26 @@ BEGIN
 END
 $$;
 
+-- jc_pjdlbd from a customer-month's figures (b_ydlhz: ai_zdl its total,
+-- ai_pjdl the averages of the months before), as the dialect bridge writes a
+-- call of jc_pjdlbd in a select list: the figures come by a join, so the
+-- screening of a whole unit needs no look-up per customer. The same result
+-- as jc_pjdlbd(ac_hh, ac_ny, ai_n, ac_flag), which it calls when ai_n is
+-- not 1..12. Inlined by the planner (a plain SQL expression).
+CREATE FUNCTION tarvin_pjdlbd(ai_zdl numeric, ai_pjdl numeric[], ac_hh varchar, ac_ny varchar, ai_n numeric, ac_flag varchar)
+RETURNS numeric
+LANGUAGE sql STABLE AS $$
+    SELECT CASE WHEN trunc(ai_n) BETWEEN 1 AND 12
+                THEN round(CASE WHEN ac_flag IS DISTINCT FROM '0'
+                                THEN abs((ai_zdl - ai_pjdl[CAST(trunc(ai_n) AS integer)])
+                                         / NULLIF(ai_pjdl[CAST(trunc(ai_n) AS integer)], 0) * 100)
+                                ELSE (ai_zdl - ai_pjdl[CAST(trunc(ai_n) AS integer)])
+                                     / NULLIF(ai_pjdl[CAST(trunc(ai_n) AS integer)], 0) * 100
+                           END, 2)
+                ELSE jc_pjdlbd(ac_hh, ac_ny, ai_n, ac_flag)
+           END
+$$;
+
 -- ---------------------------------------------------------------------------
 -- Records the refund/supplement of a metering anomaly case on its work
 -- sheet (e_jlycgzd). The amounts are the totals of the b_tbdfxx rows of the

@@ -2,7 +2,9 @@
 
 #include <QSet>
 #include <algorithm>
+#include <iterator>
 #include <memory>
+#include <utility>
 
 #include "SqlTokenizer.h"
 
@@ -344,6 +346,22 @@ struct Writer {
 
 // ---------------------------------------------------------------------------
 
+// An aggregate called at the expression's own level (not a window function,
+// not inside a nested query).
+bool hasAggregate(const Seq& s) {
+    static const char* const names[] = {"COUNT", "SUM", "AVG", "MIN", "MAX", "STDDEV", "VARIANCE", "MEDIAN",
+                                        "LISTAGG", "WM_CONCAT", "STRING_AGG", "ARRAY_AGG", "BOOL_AND", "BOOL_OR", "EVERY"};
+    bool found = false;
+    visitExpr(s, [&](const Seq& seq, int i) {
+        const int g = nextSig(seq, i);
+        if (found || g < 0 || seq[g].kind != Node::Paren) return;
+        const int over = nextSig(seq, g);
+        if (over >= 0 && seq[over].isWord("OVER")) return;
+        found = std::any_of(std::begin(names), std::end(names), [&](const char* n) { return seq[i].isWord(n); });
+    });
+    return found;
+}
+
 class Rewriter {
 public:
     explicit Rewriter(Dialect d) : d_(d) {}
@@ -372,6 +390,11 @@ private:
 
     Dialect d_;
     int derivedAliases_ = 0;
+    // PostgreSQL: where the select list being rewritten may take a call of
+    // jc_pjdlbd from the month figures, the joins those calls add to its
+    // FROM; null elsewhere (other clauses, nested selects).
+    std::vector<Seq>* swingJoins_ = nullptr;
+    int swingAliases_ = 0;
 };
 
 // ---------------------------------------------------------------- queries
@@ -444,6 +467,13 @@ enum Key { None, Select, From, Where, GroupBy, Having, OrderBy, ConnectBy, Start
 }
 
 Seq Rewriter::select(const Seq& s, bool allowLimit, bool named) {
+    // A nested select collects its own figures joins; the outer one's
+    // collection resumes when this one is written.
+    struct Resume {
+        std::vector<Seq>*& at;
+        std::vector<Seq>* const was;
+        ~Resume() { at = was; }
+    } resume{swingJoins_, std::exchange(swingJoins_, nullptr)};
     struct Clause {
         clause::Key key = clause::None;
         Seq head;
@@ -700,8 +730,9 @@ Seq Rewriter::select(const Seq& s, bool allowLimit, bool named) {
 
     // Rewritten FROM.
     Seq fromOut;
+    std::vector<Seq> cores;
+    const bool anyMarked = std::any_of(items.begin(), items.end(), [](const Item& it) { return it.marked; });
     if (from) {
-        std::vector<Seq> cores;
         for (Item& it : items) {
             Seq c = it.part.core;
             if (it.derived) {
@@ -717,7 +748,6 @@ Seq Rewriter::select(const Seq& s, bool allowLimit, bool named) {
             }
             cores.push_back(std::move(c));
         }
-        const bool anyMarked = std::any_of(items.begin(), items.end(), [](const Item& it) { return it.marked; });
         if (!anyMarked) {
             for (size_t k = 0; k < items.size(); ++k) {
                 if (k > 0) fromOut.push_back(fromCommas[k - 1]);
@@ -802,6 +832,10 @@ Seq Rewriter::select(const Seq& s, bool allowLimit, bool named) {
     // without alias gets Oracle's heading, so that a field has the same
     // name on every engine (COUNT(*), not count).
     Seq selectOut;
+    std::vector<Seq> swingJoins;
+    if (sel && from && d_ == Dialect::PostgreSQL && !find(clause::GroupBy) && !find(clause::Having) && !find(clause::ForUpdate) &&
+        !hasAggregate(sel->body))
+        swingJoins_ = &swingJoins;
     if (sel) {
         const Seq& b = sel->body;
         int start = 0;
@@ -827,6 +861,30 @@ Seq Rewriter::select(const Seq& s, bool allowLimit, bool named) {
             append(selectOut, core);
             append(selectOut, t.trail);
         }
+    }
+    swingJoins_ = nullptr;
+    if (!swingJoins.empty()) {
+        Seq blanks;
+        while (!fromOut.empty() && !fromOut.back().sig()) {
+            blanks.insert(blanks.begin(), fromOut.back());
+            fromOut.pop_back();
+        }
+        if (!anyMarked && items.size() > 1) {
+            // A join binds to the last item of a comma list only, and its ON
+            // may name any item: the list becomes one join.
+            Seq product;
+            for (size_t k = 0; k < items.size(); ++k) {
+                if (k > 0) product.push_back(raw(QStringLiteral(" CROSS JOIN ")));
+                if (items[k].complex)
+                    product.push_back(built(QStringLiteral("("), cores[k], QStringLiteral(")")));
+                else
+                    append(product, cores[k]);
+            }
+            fromOut = items.front().part.lead;
+            fromOut.push_back(built(QStringLiteral("("), product, QStringLiteral(")")));
+        }
+        for (const Seq& j : swingJoins) append(fromOut, j);
+        append(fromOut, blanks);
     }
 
     Seq out = prefix;
@@ -970,6 +1028,17 @@ int Rewriter::function(const Seq& in, int i, int g, Seq& out) {
         k.push_back(raw(QStringLiteral(" ELSE ")));
         append(k, list[2]);
         out.push_back(built(QStringLiteral("CASE WHEN "), k, QStringLiteral(" END"), name.pos()));
+        return g;
+    } else if (fn == QLatin1String("JC_PJDLBD") && swingJoins_ && nargs == 4) {
+        // PostgreSQL would run the routine's look-ups once per row; the
+        // customer-month's figures come by a join of its select instead
+        // (tarvin_pjdlbd in db/postgres/30_routines.sql).
+        const QString f = QStringLiteral("tarvin_f%1").arg(++swingAliases_);
+        swingJoins_->push_back(Seq{raw(QStringLiteral(" LEFT JOIN b_ydlhz %1 ON %1.hh = ").arg(f)), inParens(list[0]),
+                                   raw(QStringLiteral(" AND %1.ny = ").arg(f)), inParens(list[1])});
+        Seq k{raw(QStringLiteral("%1.zdl, %1.pjdl, ").arg(f))};
+        append(k, args.kids());
+        out.push_back(built(QStringLiteral("tarvin_pjdlbd("), k, QStringLiteral(")"), name.pos()));
         return g;
     } else if (fn == QLatin1String("DECODE")) {
         if (nargs < 3) throw wrong(QStringLiteral("decode"));

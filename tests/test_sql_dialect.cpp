@@ -83,7 +83,8 @@ const Case kCases[] = {
     // ON; unmarked items after the first become inner joins; a WHERE left
     // empty goes; only the marked conditions of a table go to ON, every one
     // of them; a marked table listed first moves after the table it joins;
-    // plain comma lists stay as written.
+    // plain comma lists stay as written; a marked table that a WHERE
+    // comparison constrains is joined inner.
     {"select A.*,c.mc khlxmc,D.MC DYDJMC,\nto_char(a.jhjcrq,'yyyy-mm-dd') jcrqjh \n"
      "from e_Jcgzjl A,w_khlx c,W_DYDJ D\nwhere \na.khlx=c.dm(+)\nAND A.DYDJ=D.DM(+)\nand a.jcph=:sJcph\n",
      "select A.*,c.mc khlxmc,D.MC DYDJMC,\nto_char(a.jhjcrq,'yyyy-mm-dd') jcrqjh \n"
@@ -92,7 +93,7 @@ const Case kCases[] = {
      "select CDBH,C.XINGMING \nfrom Z_DQGW A INNER JOIN Z_LCJD B ON 1=1 LEFT JOIN Z_XTCZY C ON A.CZY = C.DM\nwhere A.DQYWX = B.YWXDM"},
     {"select A.*,B.XM from  E_JCRYXX A,Z_XTCZY B WHERE A.CZYDM=B.DM(+)", "select A.*,B.XM from  E_JCRYXX A LEFT JOIN Z_XTCZY B ON A.CZYDM=B.DM"},
     {"select * from v a, f b where a.hh=b.hh(+) and  b.NY=:ny and b.k(+) = 'x' and (b.z(+) > 1 and a.y = 2)",
-     "select * from v a LEFT JOIN f b ON a.hh=b.hh AND b.k = 'x' AND b.z > 1 where b.NY=:NY and a.y = 2"},
+     "select * from v a INNER JOIN f b ON a.hh=b.hh AND b.k = 'x' AND b.z > 1 where b.NY=:NY and a.y = 2"},
     {"select * from b_x b, y_a a where a.k = b.k(+)", "select * from y_a a LEFT JOIN b_x b ON a.k = b.k"},
     {"SELECT a.* FROM v a, j b WHERE b.hh=a.hh AND b.djm = :djm", "SELECT a.* FROM v a, j b WHERE b.hh=a.hh AND b.djm = :DJM"},
     // In derived tables, nested derived tables, scalar subqueries and EXISTS.
@@ -113,9 +114,9 @@ const Case kCases[] = {
      "where jc_pjdlbd(a.hh, b.ny, 2, '1') > 1"},
     {"select count(*) jls from (select a.*,b.cs from v a, (select a.hh,count(*) cs from v a,s b where a.hh=b.hh(+) group by a.hh) b "
      "where a.hh=b.hh(+) and b.cs>:cs) x",
-     "select CAST(count(*) AS NUMERIC) jls from (select a.*,b.cs from v a LEFT JOIN (select a.hh,CAST(count(*) AS NUMERIC) cs from v a "
+     "select CAST(count(*) AS NUMERIC) jls from (select a.*,b.cs from v a INNER JOIN (select a.hh,CAST(count(*) AS NUMERIC) cs from v a "
      "LEFT JOIN s b ON a.hh=b.hh group by a.hh) b ON a.hh=b.hh where b.cs>:CS) x",
-     "select count(*) jls from (select a.*,b.cs from v a LEFT JOIN (select a.hh,count(*) cs from v a LEFT JOIN s b ON a.hh=b.hh group by a.hh) b "
+     "select count(*) jls from (select a.*,b.cs from v a INNER JOIN (select a.hh,count(*) cs from v a LEFT JOIN s b ON a.hh=b.hh group by a.hh) b "
      "ON a.hh=b.hh where b.cs>:CS) x"},
     {"select (select max(b.x) from b, c where b.k=c.k(+)) m from a where exists(select 1 from d, e where d.k=e.k(+))",
      "select (select max(b.x) from b LEFT JOIN c ON b.k=c.k) m from a where exists(select 1 from d LEFT JOIN e ON d.k=e.k)"},

@@ -22,3 +22,7 @@ CREATE STATISTICS b_ydlhz_pjdlbd9 ON (round(abs((zdl - pjdl[9]) / NULLIF(pjdl[9]
 CREATE STATISTICS b_ydlhz_pjdlbd10 ON (round(abs((zdl - pjdl[10]) / NULLIF(pjdl[10], 0) * 100), 2)) FROM b_ydlhz;
 CREATE STATISTICS b_ydlhz_pjdlbd11 ON (round(abs((zdl - pjdl[11]) / NULLIF(pjdl[11], 0) * 100), 2)) FROM b_ydlhz;
 CREATE STATISTICS b_ydlhz_pjdlbd12 ON (round(abs((zdl - pjdl[12]) / NULLIF(pjdl[12], 0) * 100), 2)) FROM b_ydlhz;
+
+-- Peak against valley energy (v_fgdlyc.fgb): few rows pass a screening
+-- threshold, which the planner sees only with statistics on the expression.
+CREATE STATISTICS b_dltzxx_fgb ON ((CASE WHEN COALESCE(jfgdl, 0) = 0 THEN NULL ELSE ROUND(COALESCE(jffdl, 0) * 100.0 / jfgdl, 2) END)) FROM b_dltzxx;

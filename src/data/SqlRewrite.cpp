@@ -530,6 +530,7 @@ Seq Rewriter::select(const Seq& s, bool allowLimit, bool named) {
         bool derived = false;
         bool complex = false;  // ANSI joins or anything else
         bool marked = false;
+        bool rejected = false;  // a WHERE condition drops its missing rows
         std::vector<Seq> conds;
         QSet<int> deps;
         int markPos = -1;
@@ -705,6 +706,27 @@ Seq Rewriter::select(const Seq& s, bool allowLimit, bool named) {
     for (const Item& it : items)
         if (it.marked && it.deps.isEmpty())
             throw TranslateError(QStringLiteral("(+)"), it.markPos, QStringLiteral("the outer-joined table %1 has no join condition with another table").arg(it.name));
+    // An outer-joined table that a WHERE comparison constrains loses its
+    // missing rows there anyway (a comparison with NULL is never true), so
+    // it is joined inner, as Oracle plans it: PostgreSQL then estimates
+    // the condition from its statistics instead of guessing it on the
+    // optional side of an outer join.
+    for (const Conj& c : conjs) {
+        if (c.removed) continue;
+        const std::vector<int> sg = sigIndexes(c.core);
+        if (sg.size() < 5 || !c.core[sg[0]].isName() || !c.core[sg[1]].isOp(".") || !c.core[sg[2]].isName()) continue;
+        const Node& op = c.core[sg[3]];
+        if (!(op.isOp("=") || op.isOp("<") || op.isOp(">") || op.isOp("<=") || op.isOp(">=") || op.isOp("<>") || op.isOp("!=")))
+            continue;
+        bool plain = true;
+        for (size_t k = 4; k < sg.size(); ++k) {
+            const Node& n = c.core[sg[k]];
+            plain = plain && n.kind != Node::Paren && !n.isWord("NULL") && !n.isWord("IS") && !n.isWord("OR") &&
+                    !n.isWord("NVL") && !n.isWord("COALESCE") && !n.isWord("DECODE") && !n.isWord("CASE");
+        }
+        const int k = itemNamed(nameOf(c.core[sg[0]]));
+        if (plain && k >= 0 && items[k].marked) items[k].rejected = true;
+    }
 
     const Seq* selectBody = sel ? &sel->body : nullptr;
     if (limit >= 0) {
@@ -795,7 +817,7 @@ Seq Rewriter::select(const Seq& s, bool allowLimit, bool named) {
             append(fromOut, items.front().part.lead);
             for (size_t k = 0; k < order.size(); ++k) {
                 const Item& it = items[order[k]];
-                if (k > 0) fromOut.push_back(raw(it.marked ? QStringLiteral(" LEFT JOIN ") : QStringLiteral(" INNER JOIN ")));
+                if (k > 0) fromOut.push_back(raw(it.marked && !it.rejected ? QStringLiteral(" LEFT JOIN ") : QStringLiteral(" INNER JOIN ")));
                 append(fromOut, cores[order[k]]);
                 if (k == 0) continue;
                 fromOut.push_back(raw(QStringLiteral(" ON ")));

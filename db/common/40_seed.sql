@@ -115,3 +115,84 @@ INSERT INTO z_report (bbmc, bbsm, mb) VALUES ('异常客户查询结果', '异�
     ]}
   ]
 }');
+
+-- The survey sheet of a metering anomaly case, printed from the anomaly
+-- screen for the metering staff to carry to site: the screen gives the
+-- variables Cdbh and dw and the case's rows (DataSet_Yk_Dm->Mqry_Ckd, one
+-- per piece of equipment, the case, customer and finding repeated on each);
+-- the header takes the first row, the findings and signatures follow the
+-- equipment table.
+INSERT INTO z_report (bbmc, bbsm, mb) VALUES ('ckd', '计量装置查勘单，计量异常记录屏幕打印（查勘单）', '{
+  "page": {"size": "A4", "orientation": "portrait", "margins": [15, 12, 15, 12],
+           "font": {"family": "宋体", "size": 9}},
+  "bands": [
+    {"band": "title", "height": 97, "items": [
+      {"text": "计量装置查勘单", "x": 0, "y": 0, "w": 180, "h": 10, "align": "center", "font": {"family": "黑体", "size": 18, "bold": true}},
+      {"text": "单位：[DWMC]", "x": 0, "y": 12, "w": 70, "h": 6},
+      {"text": "传单编号：${Cdbh}", "x": 70, "y": 12, "w": 58, "h": 6},
+      {"text": "受理日期：[SQRQ]", "x": 128, "y": 12, "w": 52, "h": 6, "align": "right", "format": "yyyy年MM月dd日"},
+      {"text": "客\n户\n信\n息", "x": 0, "y": 19, "w": 8, "h": 35, "frame": "all", "align": "center", "wrap": true},
+      {"text": "户　　号", "x": 8, "y": 19, "w": 22, "h": 7, "frame": "all", "align": "center"},
+      {"text": "[HH]", "x": 30, "y": 19, "w": 60, "h": 7, "frame": "all"},
+      {"text": "户　　名", "x": 90, "y": 19, "w": 22, "h": 7, "frame": "all", "align": "center"},
+      {"text": "[HM]", "x": 112, "y": 19, "w": 68, "h": 7, "frame": "all"},
+      {"text": "用电地址", "x": 8, "y": 26, "w": 22, "h": 7, "frame": "all", "align": "center"},
+      {"text": "[YDDZ]", "x": 30, "y": 26, "w": 150, "h": 7, "frame": "all"},
+      {"text": "联 系 人", "x": 8, "y": 33, "w": 22, "h": 7, "frame": "all", "align": "center"},
+      {"text": "[LXR]", "x": 30, "y": 33, "w": 60, "h": 7, "frame": "all"},
+      {"text": "联系电话", "x": 90, "y": 33, "w": 22, "h": 7, "frame": "all", "align": "center"},
+      {"text": "[LXDH]", "x": 112, "y": 33, "w": 68, "h": 7, "frame": "all"},
+      {"text": "电压等级", "x": 8, "y": 40, "w": 22, "h": 7, "frame": "all", "align": "center"},
+      {"text": "[DYDJMC]", "x": 30, "y": 40, "w": 60, "h": 7, "frame": "all"},
+      {"text": "合同容量", "x": 90, "y": 40, "w": 22, "h": 7, "frame": "all", "align": "center"},
+      {"text": "[HTRL] kVA", "x": 112, "y": 40, "w": 68, "h": 7, "frame": "all"},
+      {"text": "供电线路", "x": 8, "y": 47, "w": 22, "h": 7, "frame": "all", "align": "center"},
+      {"text": "[XLMC]", "x": 30, "y": 47, "w": 60, "h": 7, "frame": "all"},
+      {"text": "台区/变压器", "x": 90, "y": 47, "w": 22, "h": 7, "frame": "all", "align": "center"},
+      {"text": "[BYQMC]", "x": 112, "y": 47, "w": 68, "h": 7, "frame": "all"},
+      {"text": "异常类别", "x": 8, "y": 54, "w": 22, "h": 7, "frame": "all", "align": "center"},
+      {"text": "[YCLB]", "x": 30, "y": 54, "w": 150, "h": 7, "frame": "all"},
+      {"text": "故障性质", "x": 8, "y": 61, "w": 22, "h": 7, "frame": "all", "align": "center"},
+      {"text": "[GZXZMC]", "x": 30, "y": 61, "w": 60, "h": 7, "frame": "all"},
+      {"text": "检查日期", "x": 90, "y": 61, "w": 22, "h": 7, "frame": "all", "align": "center"},
+      {"text": "[JCRQ]", "x": 112, "y": 61, "w": 68, "h": 7, "frame": "all", "format": "yyyy-MM-dd"},
+      {"text": "检查人员", "x": 8, "y": 68, "w": 22, "h": 7, "frame": "all", "align": "center"},
+      {"text": "[JCRY]", "x": 30, "y": 68, "w": 60, "h": 7, "frame": "all"},
+      {"text": "检查证号", "x": 90, "y": 68, "w": 22, "h": 7, "frame": "all", "align": "center"},
+      {"text": "[JCZH]", "x": 112, "y": 68, "w": 68, "h": 7, "frame": "all"},
+      {"text": "异常描述", "x": 8, "y": 75, "w": 22, "h": 12, "frame": "all", "align": "center"},
+      {"text": "[SQBZ]", "x": 30, "y": 75, "w": 150, "h": 12, "frame": "all", "wrap": true},
+      {"text": "异\n常\n情\n况", "x": 0, "y": 54, "w": 8, "h": 33, "frame": "all", "align": "center", "wrap": true},
+      {"text": "计量装置及变更方案", "x": 0, "y": 90, "w": 70, "h": 7, "font": {"size": 11, "bold": true}},
+      {"text": "状态　在运：留用　换取、拆除：拆回　新装：装出", "x": 70, "y": 90, "w": 110, "h": 7, "align": "right", "font": {"size": 8}}
+    ]},
+    {"band": "detail", "height": 6, "stretch": true, "titleHeight": 8, "columns": [
+      {"title": "序号", "text": "${Line}", "width": 9, "align": "center", "wrap": true},
+      {"title": "计量点编号", "field": "JLDBH", "width": 25, "align": "center", "wrap": true},
+      {"title": "类别", "field": "LB", "width": 19, "align": "center", "wrap": true},
+      {"title": "条形码/编号", "field": "SBBH", "width": 25, "align": "center", "wrap": true},
+      {"title": "出厂编号", "field": "CCH", "width": 21, "align": "center", "wrap": true},
+      {"title": "电压", "field": "DY", "width": 26, "align": "center", "wrap": true},
+      {"title": "电流/变比", "field": "GG", "width": 21, "align": "center", "wrap": true},
+      {"title": "准确度", "field": "JDDJ", "width": 12, "align": "center", "wrap": true},
+      {"title": "倍率", "field": "BL", "width": 10, "align": "center", "wrap": true},
+      {"title": "状态", "field": "BGSM", "width": 12, "align": "center", "wrap": true}
+    ]},
+    {"band": "summary", "height": 91, "items": [
+      {"text": "现\n场\n核\n查\n情\n况", "x": 0, "y": 3, "w": 8, "h": 40, "frame": "all", "align": "center", "wrap": true},
+      {"text": "[JCBZ]", "x": 8, "y": 3, "w": 172, "h": 40, "frame": "all", "wrap": true, "valign": "top"},
+      {"text": "处\n理\n意\n见", "x": 0, "y": 43, "w": 8, "h": 22, "frame": "all", "align": "center", "wrap": true},
+      {"text": "□更换计量装置　　□退补电量电费　　□现场校验　　□其他：", "x": 8, "y": 43, "w": 172, "h": 22, "frame": "all", "valign": "top"},
+      {"text": "", "x": 0, "y": 65, "w": 90, "h": 20, "frame": "all"},
+      {"text": "客户签字（盖章）：", "x": 2, "y": 66, "w": 60, "h": 6},
+      {"text": "年　　月　　日", "x": 40, "y": 78, "w": 48, "h": 6, "align": "right"},
+      {"text": "", "x": 90, "y": 65, "w": 90, "h": 20, "frame": "all"},
+      {"text": "查勘人员签字：", "x": 92, "y": 66, "w": 60, "h": 6},
+      {"text": "年　　月　　日", "x": 130, "y": 78, "w": 48, "h": 6, "align": "right"},
+      {"text": "注：本单一式两份，客户与供电企业各执一份。现场核查情况由查勘人员如实填写，经客户签字确认。", "x": 0, "y": 86, "w": 180, "h": 5, "font": {"size": 8}}
+    ]},
+    {"band": "pageFooter", "height": 8, "items": [
+      {"text": "第 ${Page} 页 共 ${Pages} 页", "x": 0, "y": 2, "w": 180, "h": 6, "align": "center", "font": {"size": 9}}
+    ]}
+  ]
+}');

@@ -71,6 +71,58 @@ TDataSet_Yk_Dm::TDataSet_Yk_Dm(QObject* owner) : QObject(owner) {
     Mqry_Htlx = DesignQuery(this, u"Mqry_Htlx"_s);
     Mqry_Wxgc = DesignQuery(this, u"Mqry_Wxgc"_s);
     MQry_Khsqxx1 = DesignQuery(this, u"MQry_Khsqxx1"_s, {u"select * from A_KHSQXX"_s, u"where HH=:HH"_s}, {u"HH"_s});
+    // The case's application joined to what a surveyor needs on site; the
+    // equipment is the operating meters and transformers the scheme leaves
+    // in place ('在运'), then the scheme's rows with their mark (removed
+    // ones beside what replaces them). The fault kind is the finding stored
+    // by an earlier send (work sheet first, control flags next), ticked
+    // among the four kinds; blank boxes when nothing is stored yet.
+    Mqry_Ckd = DesignQuery(this, u"Mqry_Ckd"_s, {
+        u"select a.CDBH, a.HH, a.HM, a.YDDZ, a.LXR, a.LXDH, a.SQBZ, a.SQRQ, nvl(a.HTRL, k.HTRL) HTRL,"_s,
+        u"       v.MC DYDJMC, x.XLMC, b.BYQMC, d.MC DWMC,"_s,
+        u"       case when j.YCXZ = '错接线' or y.SFCJX = '是' then '□无故障　■错接线　□需验表　□有故障不需验表'"_s,
+        u"            when j.RDYJ = '计量校验' or y.SFXYB = '是' then '□无故障　□错接线　■需验表　□有故障不需验表'"_s,
+        u"            when j.YCXZ = '无故障' or y.SFYGZ = '否' then '■无故障　□错接线　□需验表　□有故障不需验表'"_s,
+        u"            when j.YCXZ is not null or y.SFYGZ is not null then '□无故障　□错接线　□需验表　■有故障不需验表'"_s,
+        u"            else '□无故障　□错接线　□需验表　□有故障不需验表' end YCLB,"_s,
+        u"       nvl(g.MC, nvl((select min(w.MC) from A_DNBFA f, W_GZXZ w where f.CDBH = a.CDBH and w.DM = f.GZLX),"_s,
+        u"                     (select min(w.MC) from A_HGQFA f, W_GZXZ w where f.CDBH = a.CDBH and w.DM = f.GZLB))) GZXZMC,"_s,
+        u"       nvl(j.JCRY, r.JCRY) JCRY, nvl(j.JCZH, r.JCZH) JCZH, nvl(j.JCRQ, r.JCRQ) JCRQ, nvl(j.JCBZ, r.CZWT) JCBZ,"_s,
+        u"       e.JLDBH, e.LB, e.SBBH, e.CCH, e.DY, e.GG, e.JDDJ, e.BL, e.BGSM"_s,
+        u"from A_KHSQXX a"_s,
+        u"  left join Y_KHDA k on k.HH = a.HH"_s,
+        u"  left join W_DYDJ v on v.DM = nvl(a.DYDJ, k.DYDJ)"_s,
+        u"  left join Y_GDDY s on s.HH = a.HH and s.DYXZ = '主供'"_s,
+        u"  left join Y_XL x on x.XLBH = s.XLBH"_s,
+        u"  left join Y_YXBYQ b on b.BYQBH = s.BYQBH"_s,
+        u"  left join Z_DWBM d on d.DM = a.DW"_s,
+        u"  left join E_JLYCGZD j on j.CDBH = a.CDBH"_s,
+        u"  left join W_GZXZ g on g.DM = j.GZLX"_s,
+        u"  left join A_YKKZB y on y.CDBH = a.CDBH"_s,
+        u"  left join E_JCGZJL r on r.CDBH = a.CDBH"_s,
+        u"  left join ("_s,
+        u"    select q.CDBH, 1 PX, t.JLDBH, t.DBLB LB, t.TXM SBBH, t.DNBCCH CCH, t.DY, t.DL GG, t.JDDJ, t.ZHBL BL, '在运' BGSM, 0 XH"_s,
+        u"      from A_KHSQXX q join Y_YXDNB t on t.HH = q.HH"_s,
+        u"     where q.CDBH = :CDBH"_s,
+        u"       and not exists (select 1 from A_DNBFA f where f.CDBH = q.CDBH and f.TXM = t.TXM)"_s,
+        u"    union all"_s,
+        u"    select f.CDBH, 1, f.JLDBH, f.DBLB, f.TXM, f.DNBCCH, f.DY, f.DL, f.JDDJ, f.ZHBL, f.BGSM,"_s,
+        u"           case when f.BGSM = '新装' then 2 else 1 end"_s,
+        u"      from A_DNBFA f"_s,
+        u"     where f.CDBH = :CDBH"_s,
+        u"    union all"_s,
+        u"    select q.CDBH, 2, h.JLDBH, c.MC, h.HGQBH, h.HGQCCH, null, h.HGQBB, h.JDDJ, null, '在运', 0"_s,
+        u"      from A_KHSQXX q join Y_YXHGQ h on h.HH = q.HH left join W_HGQLB c on c.DM = h.HGQLB"_s,
+        u"     where q.CDBH = :CDBH"_s,
+        u"       and not exists (select 1 from A_HGQFA f where f.CDBH = q.CDBH and f.HGQBH = h.HGQBH)"_s,
+        u"    union all"_s,
+        u"    select f.CDBH, 2, f.JLDBH, c.MC, f.HGQBH, f.HGQCCH, null, f.HGQBB, f.JDDJ, null, f.BGSM,"_s,
+        u"           case when f.BGSM = '新装' then 2 else 1 end"_s,
+        u"      from A_HGQFA f left join W_HGQLB c on c.DM = f.HGQLB"_s,
+        u"     where f.CDBH = :CDBH"_s,
+        u"  ) e on e.CDBH = a.CDBH"_s,
+        u"where a.CDBH = :CDBH"_s,
+        u"order by e.PX, e.JLDBH, e.LB, e.XH, e.SBBH"_s}, {u"CDBH"_s});
 }
 
 TDataSet_Yk_Dm::~TDataSet_Yk_Dm() {

@@ -79,6 +79,12 @@ public:
     TMidasQuery* Mqry_Htlx;
     TMidasQuery* Mqry_Wxgc;
     TMidasQuery* MQry_Khsqxx1;
+    // The survey sheet of a metering anomaly case (report "ckd"): one row
+    // per piece of the customer's metering equipment (on site, coming off,
+    // going on), each carrying the case's header, customer and finding, so
+    // that a one-dataset layout prints them all. At least one row for a case
+    // with an application row, none otherwise.
+    TMidasQuery* Mqry_Ckd;
 };
 
 extern TDataSet_Yk_Dm* DataSet_Yk_Dm;

@@ -390,6 +390,8 @@ CREATE TABLE y_jfxx (
     PRIMARY KEY (hh, jfdbh)
 );
 CREATE INDEX y_jfxx_djm ON y_jfxx (djm);
+-- The few fixed-quantity and fixed-ratio billings screening looks for.
+CREATE INDEX y_jfxx_dldb ON y_jfxx (hh) WHERE js > 1 AND jflx <> '抄表';
 
 -- Supply contracts.
 CREATE TABLE y_htxx (
@@ -493,6 +495,12 @@ CREATE TABLE b_dltzxx (
     PRIMARY KEY (hh, ny, jfdbh)
 );
 CREATE INDEX b_dltzxx_ny ON b_dltzxx (ny, hh);
+-- Screening by power factor and by peak against valley energy reads the
+-- rows of a month past a threshold; only rows with a power factor, or with
+-- valley energy, are indexed (the expression is v_fgdlyc's fgb).
+CREATE INDEX b_dltzxx_ll ON b_dltzxx (ny, sjll) WHERE sjll IS NOT NULL;
+CREATE INDEX b_dltzxx_fgb ON b_dltzxx (ny, CAST(CASE WHEN COALESCE(jfgdl, 0) = 0 THEN NULL ELSE ROUND(COALESCE(jffdl, 0) * 100.0 / jfgdl, 2) END AS NUMERIC))
+    WHERE CAST(CASE WHEN COALESCE(jfgdl, 0) = 0 THEN NULL ELSE ROUND(COALESCE(jffdl, 0) * 100.0 / jfgdl, 2) END AS NUMERIC) IS NOT NULL;
 
 -- Charges per account and month; a negative ysdf is a refund.
 CREATE TABLE c_dfxx (
@@ -506,6 +514,8 @@ CREATE TABLE c_dfxx (
     PRIMARY KEY (hh, ny, xh)
 );
 CREATE INDEX c_dfxx_ny ON c_dfxx (ny, hh);
+-- A month's refunds (a negative receivable), which screening looks for.
+CREATE INDEX c_dfxx_tf ON c_dfxx (ny, hh) WHERE ysdf < 0;
 
 -- Refund/supplement records of a case (glcdbh) under their own refund
 -- document (tbcdh), and the amounts per month and billing point.

@@ -22,10 +22,14 @@ INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES ('y_gddy', 'y_gddy_xlbh', '1100
 INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES ('y_gddy', 'y_gddy_byqbh', '1100000 100');
 INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES ('b_dltzxx', 'sqlite_autoindex_b_dltzxx_1', '26000000 26 2 1');
 INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES ('b_dltzxx', 'b_dltzxx_ny', '26000000 1100000 1');
+INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES ('b_dltzxx', 'b_dltzxx_ll', '1300000 50000 20');
+INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES ('b_dltzxx', 'b_dltzxx_fgb', '4000000 150000 2');
 INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES ('c_dfxx', 'sqlite_autoindex_c_dfxx_1', '26000000 26 1 1');
 INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES ('c_dfxx', 'c_dfxx_ny', '26000000 1100000 1');
+INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES ('c_dfxx', 'c_dfxx_tf', '20000 1000 1');
 INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES ('y_jfxx', 'sqlite_autoindex_y_jfxx_1', '1100000 2 1');
 INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES ('y_jfxx', 'y_jfxx_djm', '1100000 20000');
+INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES ('y_jfxx', 'y_jfxx_dldb', '10000 1');
 INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES ('y_htxx', 'sqlite_autoindex_y_htxx_1', '1000000 1 1');
 INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES ('y_htxx', 'y_htxx_yxrq', '1000000 3');
 INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES ('y_yxdnb', 'sqlite_autoindex_y_yxdnb_1', '1200000 1');

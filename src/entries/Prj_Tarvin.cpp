@@ -11,6 +11,7 @@
 #include "alarms/Frm_Jc_Bjtx.h"
 #include "frame/MessageService.h"
 #include "frame/Unit_zt_gobal.h"
+#include "metering/Frm_Jc_Jlyccl.h"
 #include "screening/Frm_Jc_Kycssz.h"
 #include "Unt_Tarvinit.h"
 
@@ -70,6 +71,8 @@ TARVIN_EXPORT void TARVIN_STDCALL show_jc_kykhjs(std::int32_t) {
 }
 
 TARVIN_EXPORT void TARVIN_STDCALL show_jc_bjsz(std::int32_t) { showScreen(Jc_Bjsz_Frm); }
+
+TARVIN_EXPORT void TARVIN_STDCALL show_jc_jlyccl(std::int32_t) { showScreen(Jc_Jlyccl_Frm); }
 
 // The list is bound and open before the screen shows, so it comes up with
 // the operator's open alarms.

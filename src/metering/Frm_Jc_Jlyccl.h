@@ -1,0 +1,54 @@
+// Metering anomaly record: the on-site finding for one customer's metering
+// anomaly and what follows from it (the meter and transformer changes, a
+// refund or supplement, the survey sheet). Opened for a case that reached
+// this step in the workflow (the session's Cdbh: its application is read
+// from a_khsqxx and its change scheme starts empty), or without one for a
+// new case, whose document number is drawn when the account is entered.
+#pragma once
+
+#include <QPointer>
+
+#include "frame/Frm_Zt_Template.h"
+#include "ui_Frm_Jc_Jlyccl.h"
+
+class TJc_Jlyccl_Frm : public TZt_Template_Frm, public Ui::Jc_Jlyccl_Frm {
+    Q_OBJECT
+public:
+    explicit TJc_Jlyccl_Frm(QWidget* parent = nullptr);
+
+public slots:
+    void FormShow() override;
+    void FormClose();
+    // Enter in the account edit of a new case; false when the account was
+    // refused (the focus stays on the edit).
+    bool Edt_HhKeyPress(QKeyEvent* key);
+    void Sb_XzClick();
+    void Sb_SzClick();
+    void Rb_GzbClick();
+    void Rb_WgzClick();
+    void Rb_CjxClick();
+    void Rb_XybClick();
+    void Bbtn_tbClick();
+    void Bbtn_DyClick();
+    void Bbtn_TcClick();
+
+protected:
+    bool FormKeyPress(QWidget* control, QKeyEvent* event) override;
+    void done(int result) override;
+
+private:
+    // The inspector's own name and certificate number as defaults.
+    void InspectorDefaults();
+    // Rows of the account's meters and transformers that carry a change mark.
+    int SchemeRowCount() const;
+    // The shared part of the three kinds that need no change scheme: a
+    // scheme already made is pointed out on the meter page.
+    void NoSchemeKind(bool refund, const QString& message);
+
+    QString sCdbh;  // the case; drawn at account entry for a new case
+    QString sHh;    // its account
+    double dHtrl = 0;  // contract capacity of a new case's customer
+    bool bNewCase = false;
+};
+
+extern QPointer<TJc_Jlyccl_Frm> Jc_Jlyccl_Frm;

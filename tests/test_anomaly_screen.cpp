@@ -3,7 +3,8 @@
 // its application and inspection shown, Enter on the account doing
 // nothing, what the visit records kept on exit), and a new verification
 // case (kind fixed, print off, refused accounts told in real boxes, a fresh
-// number on every Enter, its drafts and unsent refunds gone on exit).
+// number on every Enter, its drafts and unsent refunds gone on exit), and
+// the change scheme built and taken back through the equipment buttons.
 #include <QApplication>
 #include <QTableView>
 
@@ -28,7 +29,7 @@ protected:
         ModuleTest::SetUp();
         Gczydm = u"jc01"_s;
         customer(*db, kHh, u"青禾机械厂"_s, u"南江市工业路8号"_s, Gdw);
-        db->exec(u"INSERT INTO y_yxdnb (txm, hh, jldbh, dblb) VALUES ('TXM001', ?, '01', '有功表')"_s, {kHh});
+        db->exec(u"INSERT INTO y_yxdnb (txm, hh, jldbh, dblb, dl) VALUES ('TXM001', ?, '01', '复费率表', '5(20)A')"_s, {kHh});
         db->exec(u"INSERT INTO e_jcryxx (czydm, xm, jczh) VALUES ('jc01', '王检', 'JC-001')"_s);
         drafts(kOther, u"B"_s);
     }
@@ -130,6 +131,50 @@ TEST_P(AnomalyScreen, NewVerificationCaseDrawsANumberOnEveryEnterAndLeavesNothin
     click(&s, u"Bbtn_Tc"_s);
     EXPECT_EQ(left(drawn[1]), QStringList{u"a_gdfa"_s});  // the send replaces it
     EXPECT_EQ(left(kOther), all);
+}
+
+TEST_P(AnomalyScreen, ExchangesAndRemovalsWriteTheSchemeAndCancellingTakesThemBack) {
+    db->exec(u"DELETE FROM a_dnbfa"_s);  // another case's mark would show on the meter too
+    db->exec(u"INSERT INTO a_khsqxx (cdbh, hh) VALUES (?, ?)"_s, {kCase, kHh});
+    db->exec(u"INSERT INTO w_gzxz (dm, mc) VALUES ('G1', '烧坏')"_s);
+    db->exec(u"INSERT INTO y_yxhgq (hgqbh, hh, jldbh, hgqlb, hgqbb) VALUES ('H1', ?, '01', 'TA', '100/5')"_s, {kHh});
+    db->exec(u"INSERT INTO a_hgqfa (id, cdbh, jldbh, hgqlb, bgsm) VALUES ('X1', ?, '01', 'TA', '新装')"_s, {kOther});
+    Cdbh = kCase;
+    TJc_Jlyccl_Frm s;
+    showActive(&s);
+    const auto scheme = [&](const char* table, const char* cols) {
+        QStringList found = rows(*db, u"SELECT %1 FROM %2"_s.arg(QLatin1String(cols), QLatin1String(table)));
+        found.sort();  // the engines collate Chinese differently
+        return found;
+    };
+    const char* meter = "bgsm || coalesce(txm, '-') || coalesce(gzlx, '-') || coalesce(sslx, '-') || thdl";
+    click(&s, u"Rb_Cjx"_s);
+    click(&s, u"Bbtn_Dbnhq"_s);
+    click(&s, u"Rb_Gzb"_s);
+    click(&s, u"Bbtn_Dbnhq"_s);
+    s.Dblc_gzxz->SetKeyValue(u"G1"_s);
+    onNextModal([](QWidget* picker) { click(picker, u"Bbtn_Qx"_s); });
+    click(&s, u"Bbtn_Ch"_s);
+    EXPECT_EQ(scheme("a_dnbfa", meter), QStringList());
+    click(&s, u"Bbtn_Dbnhq"_s);
+    EXPECT_EQ(scheme("a_dnbfa", meter), QStringList({u"换取TXM001G1-5(20)A"_s, u"新装--CD5(20)A"_s}));
+    EXPECT_EQ(s.DBGrd_DnbFa->model()->rowCount(), 1);
+    boxes.answer(QMessageBox::Yes);
+    click(&s, u"Bbtn_Dnbqx"_s);
+    EXPECT_EQ(scheme("a_dnbfa", meter), QStringList());
+    EXPECT_EQ(s.DBGrd_DnbFa->model()->rowCount(), 0);
+
+    s.Pgc_Jlzz->setCurrentWidget(s.Ts_Hgq);
+    click(&s, u"Bbtn_Hgqhq"_s);
+    EXPECT_EQ(scheme("a_hgqfa", "cdbh || bgsm || coalesce(hgqbh, '-') || coalesce(hgqbb, '-') || coalesce(zs, 0)"),
+              QStringList({kCase + u"换取H1100/51"_s, kCase + u"新装-100/51"_s, kOther + u"拆除--0"_s, kOther + u"新装--0"_s}));
+    boxes.answer(QMessageBox::Yes);
+    click(&s, u"Bbtn_Hgqqx"_s);  // the other case's row of that point and category goes too
+    EXPECT_EQ(scheme("a_hgqfa", "id"), QStringList({u"B2"_s}));
+    EXPECT_EQ(s.DBGrd_HgqFa->model()->rowCount(), 0);
+    EXPECT_EQ(boxes.texts(), QStringList({u"非故障表不需要方案！"_s, u"请先选择故障性质！"_s, u"是否真的删除该电能表方案？"_s,
+                                          u"是否真的删除该互感器方案？"_s}));
+    boxes.clear();
 }
 
 TARVIN_INSTANTIATE_ENGINES(AnomalyScreen);

@@ -9,6 +9,9 @@
 #include "data/Dm_Jc_Tarvin.h"
 #include "frame/DataSetModel.h"
 #include "frame/Unit_zt_gobal.h"
+#include "Frm_Yk_DnbFaWh.h"
+#include "Frm_Yk_HgqFaWh.h"
+#include "Frm_Yk_SltChxz.h"
 #include "Frm_jl_Tbdl.h"
 #include "Unt_Yk_Ckd.h"
 #include "pickers/Frm_Gy_Qkhbh.h"
@@ -58,6 +61,65 @@ const QString kDraftDeletes[] = {
     u"Delete from b_tbdfxx where tbcdh=:CDBH"_s,
 };
 
+QString Current(TMidasQuery* q, const QString& field) { return q->FieldByName(field).AsString(); }
+
+// A list with a current row to act on.
+bool HasRow(TMidasQuery* q) { return q->Active() && !q->IsEmpty(); }
+
+// Every scheme row needs its own number; without one nothing is written.
+QString NewId() {
+    const QString id = GetNewDnbId();
+    if (id.isEmpty()) throw EDatabaseError(u"未能取得新的方案编号，请与系统管理员联系。"_s);
+    return id;
+}
+
+void CopyFields(TMidasQuery* from, TMidasQuery* to, const QStringList& names) {
+    for (const QString& name : names) to->FieldByName(name).SetValue(from->FieldByName(name).Value());
+}
+
+// Writes the scheme query's changes; what the database refuses is taken
+// back out of the list, so the list shows what is stored.
+void Apply(TMidasQuery* q) {
+    if (q->ApplyUpdates() == 0) return;
+    q->CancelUpdates();
+    throw EDatabaseError(u"方案未能保存，请重试。"_s);
+}
+
+// The upper list and the scheme list below it read again.
+void RefreshLists(TMidasQuery* upper, TMidasQuery* scheme) {
+    for (TMidasQuery* q : {upper, scheme})
+        if (q->Active()) q->Refresh();
+}
+
+// A row left in insert or edit state by a cancelled or failed edit.
+auto CancelPending(TMidasQuery* q) {
+    return qScopeGuard([q] {
+        if (q->State() == dsInsert || q->State() == dsEdit) q->Cancel();
+    });
+}
+
+const QString kExchanged = u"换取"_s;
+const QString kInstalled = u"新装"_s;
+
+// A new installed row of the case under the scheme list, with the named
+// fields of the upper list's current row; the caller cancels it on failure.
+void AppendInstalled(TMidasQuery* row, TMidasQuery* upper, const QStringList& copied, const QString& cdbh,
+                     const QString& hh) {
+    const QString id = NewId();
+    row->Append();
+    for (const auto& [field, value] : {std::pair{u"ID"_s, id}, {u"CDBH"_s, cdbh}, {u"HH"_s, hh}, {u"BGSM"_s, kInstalled}})
+        row->FieldByName(field).SetAsString(value);
+    CopyFields(upper, row, copied);
+}
+
+// Deletes the scheme list's current installed row when the operator agrees.
+void DeleteInstalled(TMidasQuery* upper, TMidasQuery* row, const QString& question) {
+    if (!HasRow(row) || AskYesNo(question) != mrYes) return;
+    row->Delete();
+    Apply(row);
+    RefreshLists(upper, row);
+}
+
 }  // namespace
 
 TJc_Jlyccl_Frm::TJc_Jlyccl_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
@@ -100,6 +162,18 @@ TJc_Jlyccl_Frm::TJc_Jlyccl_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     Handle(Bbtn_tb, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_tbClick);
     Handle(Bbtn_Dy, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_DyClick);
     Handle(Bbtn_Tc, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_TcClick);
+    Handle(Bbtn_Dbnhq, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_DbnhqClick);
+    Handle(Bbtn_Ch, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_ChClick);
+    Handle(Bbtn_Dnbqx, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_DnbqxClick);
+    Handle(Bbtn_Xz, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_XzClick);
+    Handle(Bbtn_Xg, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_XgClick);
+    Handle(Bbtn_Sc, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_ScClick);
+    Handle(Bbtn_Hgqhq, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_HgqhqClick);
+    Handle(BitBtn1, &QPushButton::clicked, &TJc_Jlyccl_Frm::BitBtn1Click);
+    Handle(Bbtn_Hgqqx, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_HgqqxClick);
+    Handle(Bbtn_XzHgq, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_XzHgqClick);
+    Handle(Bbtn_XgHgq, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_XgHgqClick);
+    Handle(Bbtn_ScHgq, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_ScHgqClick);
 }
 
 // ------------------------------------------------------------ opening
@@ -295,6 +369,227 @@ void TJc_Jlyccl_Frm::Bbtn_tbClick() {
 void TJc_Jlyccl_Frm::Bbtn_DyClick() { PrintCkd(this, sCdbh, Gdw); }
 
 void TJc_Jlyccl_Frm::Bbtn_TcClick() { close(); }
+
+// ------------------------------------------------------------ change scheme
+
+bool TJc_Jlyccl_Frm::MayChange(TMidasQuery* upper) {
+    // A row already in the scheme is left alone.
+    if (!HasRow(upper) || !Current(upper, u"BGSM"_s).isEmpty()) return false;
+    if (!Rb_Gzb->isChecked()) {
+        ShowInfoMsg(u"非故障表不需要方案！"_s);
+        return false;
+    }
+    if (Dblc_gzxz->KeyValue().isNull()) {
+        ShowInfoMsg(u"请先选择故障性质！"_s);
+        return false;
+    }
+    return true;
+}
+
+void TJc_Jlyccl_Frm::MeterOff(const QString& bgsm) {
+    TJc_Tarvin_Dm& dm = Tarvin();
+    ExecSql(dm.Mqry_Select,
+            u"insert into A_DNBFA(ID,CDBH,HH,JFDBH,JLDBH,TXM,BYQBH,DNBCCH,DBLB,GZLX,DL,XX,BGSM,JDDJ,DY,BJ,CBSX,dw,ZHBL,CQ,"
+            "CKBBZ,gkbbz,jlzzdfl,THDL,THXX,ZBWZ,JBH) select :ID,:CDBH, HH,JFDBH,JLDBH,TXM,BYQBH,DNBCCH,DBLB,:GZLX,DL,XX,"
+            ":BGSM,JDDJ,DY,BJ,CBSX,dw,ZHBL,CQ,CKBBZ,gkbbz,jlzzdfl,DL,XX,ZBWZ,JBH from Y_YXDNB where TXM =:TXM and HH = :HH "_s,
+            {{"ID", NewId()}, {"CDBH", sCdbh}, {"GZLX", Dblc_gzxz->KeyValue().toString()}, {"BGSM", bgsm},
+             {"TXM", Current(dm.Mqry_DnbBg, u"TXM"_s)}, {"HH", sHh}});
+    ExecSql(dm.Mqry_Select, u"commit"_s);
+}
+
+void TJc_Jlyccl_Frm::TransformerOff(const QString& bgsm) {
+    TJc_Tarvin_Dm& dm = Tarvin();
+    TMidasQuery* upper = dm.Mqry_HgqBg;
+    ExecSql(dm.Mqry_Select,
+            u"insert into A_HGQFA(ID,CDBH,HH,JLDBH,HGQCCH,HGQBH,HGQLB,HGQBB,BGSM,ZS,GZLB,dw) values(:ID,:CDBH, :HH,:JldBH,"
+            ":HGQCCH,:HGQBH,:HGQLB,:HGQBB,:BGSM,:ZS,:GZLB,:dw) "_s,
+            {{"ID", NewId()}, {"CDBH", sCdbh}, {"HH", sHh}, {"JldBH", Current(upper, u"JLDBH"_s)},
+             {"HGQCCH", Current(upper, u"HGQCCH"_s)}, {"HGQBH", Current(upper, u"HGQBH"_s)},
+             {"HGQLB", Current(upper, u"HGQLB"_s)}, {"HGQBB", Current(upper, u"HGQBB"_s)}, {"BGSM", bgsm}, {"ZS", 1},
+             {"GZLB", Dblc_gzxz->KeyValue().toString()}, {"dw", Current(upper, u"dw"_s)}});
+}
+
+void TJc_Jlyccl_Frm::Bbtn_DbnhqClick() {
+    TJc_Tarvin_Dm& dm = Tarvin();
+    TMidasQuery* upper = dm.Mqry_DnbBg;
+    if (!MayChange(upper)) return;
+    // The removed meter is committed before its replacement is written; if
+    // the replacement fails, the list still shows the removal to cancel.
+    MeterOff(kExchanged);
+    try {
+        TMidasQuery* row = dm.Mqry_Dnbfa;
+        const auto cancel = CancelPending(row);
+        AppendInstalled(row, upper,
+                        {u"JFDBH"_s, u"JLDBH"_s, u"DL"_s, u"DY"_s, u"JDDJ"_s, u"XX"_s, u"DBLB"_s, u"byqbh"_s, u"YGXSJSFS"_s,
+                         u"YGXSJSZ"_s, u"WGXSJSFS"_s, u"WGXSJSZ"_s, u"BJ"_s, u"CKBBZ"_s, u"CBSX"_s, u"CBLB"_s, u"gkbbz"_s,
+                         u"jlzzdfl"_s, u"ZBWZ"_s, u"JBH"_s, u"dw"_s},
+                        sCdbh, sHh);
+        row->FieldByName(u"THDL"_s).SetAsString(Current(upper, u"DL"_s));
+        row->FieldByName(u"THXX"_s).SetAsString(Current(upper, u"XX"_s));
+        row->FieldByName(u"SSLX"_s).SetAsString(GetDnbLxCode(Current(upper, u"DBLB"_s)));
+        row->Post();
+        Apply(row);
+    } catch (const EDatabaseError&) {
+        upper->Refresh();
+        throw;
+    }
+    upper->Refresh();
+}
+
+void TJc_Jlyccl_Frm::Bbtn_ChClick() {
+    TMidasQuery* upper = Tarvin().Mqry_DnbBg;
+    if (!MayChange(upper)) return;
+    QString nature;
+    {
+        TYk_SltChxz_frm picker(this);
+        Yk_SltChxz_frm = &picker;
+        picker.exec();
+        nature = picker.Chxz;
+    }
+    if (nature.isEmpty()) return;
+    MeterOff(nature);
+    upper->Refresh();
+}
+
+void TJc_Jlyccl_Frm::Bbtn_DnbqxClick() {
+    TJc_Tarvin_Dm& dm = Tarvin();
+    TMidasQuery* upper = dm.Mqry_DnbBg;
+    if (!HasRow(upper) || AskYesNo(u"是否真的删除该电能表方案？"_s) != mrYes) return;
+    // An exchange goes with its replacement: same metering point and category.
+    if (Current(upper, u"BGSM"_s) == kExchanged)
+        ExecSql(dm.Mqry_Update, u"Delete from A_DNBFA where JLDBH = :JLDBH and CDBH = :CDBH and DBLB = :DBLB"_s,
+                {{"JLDBH", Current(upper, u"JLDBH"_s)}, {"CDBH", sCdbh}, {"DBLB", Current(upper, u"DBLB"_s)}});
+    else
+        ExecSql(dm.Mqry_Update, u"Delete from A_DNBFA where JLDBH = :JLDBH and CDBH = :CDBH and TXM = :TXM"_s,
+                {{"JLDBH", Current(upper, u"JLDBH"_s)}, {"CDBH", sCdbh}, {"TXM", Current(upper, u"TXM"_s)}});
+    RefreshLists(upper, dm.Mqry_Dnbfa);
+}
+
+bool TJc_Jlyccl_Frm::EditMeter(const QString& caption) {
+    TMidasQuery* row = Tarvin().Mqry_Dnbfa;
+    const auto cancel = CancelPending(row);
+    {
+        TYk_DnbFaWh_Frm editor(this);
+        Yk_DnbFaWh_Frm = &editor;
+        editor.setWindowTitle(caption);
+        if (editor.exec() != QDialog::Accepted) return false;
+    }
+    // THDL and THXX carry a new meter's own current and phase-wire, as on an exchange.
+    if (row->State() == dsInsert) {
+        row->FieldByName(u"THDL"_s).SetValue(row->FieldByName(u"DL"_s).Value());
+        row->FieldByName(u"THXX"_s).SetValue(row->FieldByName(u"XX"_s).Value());
+    }
+    row->Post();
+    Apply(row);
+    return true;
+}
+
+void TJc_Jlyccl_Frm::Bbtn_XzClick() {
+    TJc_Tarvin_Dm& dm = Tarvin();
+    TMidasQuery* upper = dm.Mqry_DnbBg;
+    if (!HasRow(upper) || Current(upper, u"BGSM"_s).isEmpty()) {
+        ShowInfoMsg(u"请先换取/拆除电能表，或者选择已变更的电能表。"_s);
+        return;
+    }
+    TMidasQuery* row = dm.Mqry_Dnbfa;
+    const auto cancel = CancelPending(row);
+    AppendInstalled(row, upper, {u"JLDBH"_s, u"BYQBH"_s, u"JFDBH"_s, u"dw"_s}, sCdbh, sHh);
+    TYk_DnbFaWh_Frm::SetNewRowDefaults(row);
+    EditMeter(u"电能表方案 - 增加"_s);
+    RefreshLists(upper, row);
+}
+
+void TJc_Jlyccl_Frm::Bbtn_XgClick() {
+    TJc_Tarvin_Dm& dm = Tarvin();
+    if (!HasRow(dm.Mqry_Dnbfa)) return;
+    dm.Mqry_Dnbfa->Edit();
+    if (EditMeter(u"电能表方案 - 修改"_s)) RefreshLists(dm.Mqry_DnbBg, dm.Mqry_Dnbfa);
+}
+
+void TJc_Jlyccl_Frm::Bbtn_ScClick() {
+    DeleteInstalled(Tarvin().Mqry_DnbBg, Tarvin().Mqry_Dnbfa, u"是否真的删除该电能表方案？"_s);
+}
+
+void TJc_Jlyccl_Frm::Bbtn_HgqhqClick() {
+    TJc_Tarvin_Dm& dm = Tarvin();
+    TMidasQuery* upper = dm.Mqry_HgqBg;
+    if (!MayChange(upper)) return;
+    TransformerOff(kExchanged);
+    try {
+        // The replacement is a like unit: its own numbers are not known yet.
+        TMidasQuery* row = dm.Mqry_Hgqfa;
+        const auto cancel = CancelPending(row);
+        AppendInstalled(row, upper, {u"JLDBH"_s, u"SDDBH"_s, u"HGQLB"_s, u"HGQBB"_s, u"JDDJ"_s, u"dw"_s}, sCdbh, sHh);
+        row->FieldByName(u"ZS"_s).SetAsInteger(1);
+        row->Post();
+        Apply(row);
+    } catch (const EDatabaseError&) {
+        upper->Refresh();
+        throw;
+    }
+    upper->Refresh();
+}
+
+void TJc_Jlyccl_Frm::BitBtn1Click() {
+    TMidasQuery* upper = Tarvin().Mqry_HgqBg;
+    if (!MayChange(upper)) return;
+    TransformerOff(u"拆除"_s);
+    upper->Refresh();
+}
+
+void TJc_Jlyccl_Frm::Bbtn_HgqqxClick() {
+    TJc_Tarvin_Dm& dm = Tarvin();
+    TMidasQuery* upper = dm.Mqry_HgqBg;
+    if (!HasRow(upper) || AskYesNo(u"是否真的删除该互感器方案？"_s) != mrYes) return;
+    // An exchange is withdrawn for the metering point and category as a
+    // whole, whichever case wrote the rows.
+    if (Current(upper, u"BGSM"_s) == kExchanged)
+        ExecSql(dm.Mqry_Update, u"Delete from a_HGQFA where jldbh = :jldBH   and hgqlb = :hgqlb"_s,
+                {{"jldBH", Current(upper, u"JLDBH"_s)}, {"hgqlb", Current(upper, u"HGQLB"_s)}});
+    else
+        ExecSql(dm.Mqry_Update, u"Delete from A_HGQFA where ID = :ID"_s, {{"ID", Current(upper, u"ID"_s)}});
+    RefreshLists(upper, dm.Mqry_Hgqfa);
+}
+
+bool TJc_Jlyccl_Frm::EditTransformer(const QString& caption) {
+    TMidasQuery* row = Tarvin().Mqry_Hgqfa;
+    const auto cancel = CancelPending(row);
+    {
+        TYk_HgqFaWh_Frm editor(this);
+        Yk_HgqFaWh_Frm = &editor;
+        editor.setWindowTitle(caption);
+        if (editor.exec() != QDialog::Accepted) return false;
+    }
+    row->Post();
+    Apply(row);
+    return true;
+}
+
+void TJc_Jlyccl_Frm::Bbtn_XzHgqClick() {
+    TJc_Tarvin_Dm& dm = Tarvin();
+    TMidasQuery* upper = dm.Mqry_HgqBg;
+    if (!HasRow(upper) || Current(upper, u"BGSM"_s).isEmpty()) {
+        ShowInfoMsg(u"请先换取/拆除互感器，或者选择已变更的互感器。"_s);
+        return;
+    }
+    TMidasQuery* row = dm.Mqry_Hgqfa;
+    const auto cancel = CancelPending(row);
+    AppendInstalled(row, upper, {u"JLDBH"_s, u"SDDBH"_s, u"HGQBB"_s, u"HGQLB"_s, u"dw"_s}, sCdbh, sHh);
+    row->FieldByName(u"ZS"_s).SetAsInteger(1);
+    EditTransformer(u"互感器方案 - 增加"_s);
+    RefreshLists(upper, row);
+}
+
+void TJc_Jlyccl_Frm::Bbtn_XgHgqClick() {
+    TJc_Tarvin_Dm& dm = Tarvin();
+    if (!HasRow(dm.Mqry_Hgqfa)) return;
+    dm.Mqry_Hgqfa->Edit();
+    if (EditTransformer(u"互感器方案 - 修改"_s)) RefreshLists(dm.Mqry_HgqBg, dm.Mqry_Hgqfa);
+}
+
+void TJc_Jlyccl_Frm::Bbtn_ScHgqClick() {
+    DeleteInstalled(Tarvin().Mqry_HgqBg, Tarvin().Mqry_Hgqfa, u"是否真的删除该互感器方案？"_s);
+}
 
 // ------------------------------------------------------------ closing
 

@@ -31,6 +31,20 @@ public slots:
     void Bbtn_tbClick();
     void Bbtn_DyClick();
     void Bbtn_TcClick();
+    // Meter changes: exchange, removal, cancel; installed meters.
+    void Bbtn_DbnhqClick();
+    void Bbtn_ChClick();
+    void Bbtn_DnbqxClick();
+    void Bbtn_XzClick();
+    void Bbtn_XgClick();
+    void Bbtn_ScClick();
+    // Transformer changes, the same.
+    void Bbtn_HgqhqClick();
+    void BitBtn1Click();
+    void Bbtn_HgqqxClick();
+    void Bbtn_XzHgqClick();
+    void Bbtn_XgHgqClick();
+    void Bbtn_ScHgqClick();
 
 protected:
     bool FormKeyPress(QWidget* control, QKeyEvent* event) override;
@@ -44,6 +58,17 @@ private:
     // The shared part of the three kinds that need no change scheme: a
     // scheme already made is pointed out on the meter page.
     void NoSchemeKind(bool refund, const QString& message);
+    // Whether the current row of an upper list may get a change: an
+    // unchanged row, a fault case, a fault nature chosen (refusals told).
+    bool MayChange(TMidasQuery* upper);
+    // The current operating meter / transformer goes into the scheme with
+    // this mark.
+    void MeterOff(const QString& bgsm);
+    void TransformerOff(const QString& bgsm);
+    // Opens a scheme editor on the scheme query's current row (appended or
+    // in edit) and stores it when confirmed; false when cancelled.
+    bool EditMeter(const QString& caption);
+    bool EditTransformer(const QString& caption);
 
     QString sCdbh;  // the case; drawn at account entry for a new case
     QString sHh;    // its account

@@ -3,16 +3,21 @@
 // its application and inspection shown, Enter on the account doing
 // nothing, what the visit records kept on exit), and a new verification
 // case (kind fixed, print off, refused accounts told in real boxes, a fresh
-// number on every Enter, its drafts and unsent refunds gone on exit), and
-// the change scheme built and taken back through the equipment buttons.
+// number on every Enter, its drafts and unsent refunds gone on exit), the
+// change scheme built and taken back through the equipment buttons, and the
+// send: its refusals by fault kind, a new case started in the real workflow
+// and sent on, and an inspection case whose supplement becomes a document.
 #include <QApplication>
 #include <QTableView>
 
 #include "Fixtures.h"
 #include "ModuleTest.h"
+#include "common/Unt_Zt_UserFuncs.h"
 #include "common/unit_zt_pubfun.h"
+#include "data/Dm_Jc_Tarvin.h"
 #include "frame/Unit_zt_gobal.h"
 #include "metering/Frm_Jc_Jlyccl.h"
+#include "metering/Frm_jl_Tbdl.h"
 
 using namespace Qt::StringLiterals;
 using namespace tarvin::test;
@@ -175,6 +180,112 @@ TEST_P(AnomalyScreen, ExchangesAndRemovalsWriteTheSchemeAndCancellingTakesThemBa
     EXPECT_EQ(boxes.texts(), QStringList({u"非故障表不需要方案！"_s, u"请先选择故障性质！"_s, u"是否真的删除该电能表方案？"_s,
                                           u"是否真的删除该互感器方案？"_s}));
     boxes.clear();
+}
+
+TEST_P(AnomalyScreen, SendRefusesEachKindItsWayAndNotesThatNoRefundIsNeeded) {
+    db->exec(u"INSERT INTO a_khsqxx (cdbh, hh) VALUES (?, ?)"_s, {kCase, kHh});
+    Cdbh = kCase;
+    TJc_Jlyccl_Frm s;
+    showActive(&s);
+    click(&s, u"Bbtn_Fs"_s);
+    s.mem_bz->setPlainText(u"表计停走"_s);
+    for (const QString& kind : {u"Rb_Cjx"_s, u"Rb_Wgz"_s, u"Rb_Xyb"_s}) {  // another case's exchange marks the meter
+        click(&s, kind);
+        click(&s, u"Bbtn_Fs"_s);
+    }
+    db->exec(u"DELETE FROM a_dnbfa"_s);
+    Jc_Tarvin_Dm->Mqry_DnbBg->Refresh();
+    click(&s, u"Rb_Gzb"_s);
+    s.Pgc_Jlzz->setCurrentWidget(s.Ts_Hgq);
+    click(&s, u"Bbtn_Fs"_s);
+    EXPECT_EQ(s.Pgc_Jlzz->currentWidget(), s.Ts_Dnb);
+    click(&s, u"Rb_Cjx"_s);
+    boxes.answer(QMessageBox::No);
+    click(&s, u"Bbtn_Fs"_s);
+    EXPECT_EQ(QApplication::focusWidget(), s.Bbtn_tb);
+    boxes.answer(QMessageBox::Yes);
+    boxes.answer(QMessageBox::No);
+    click(&s, u"Bbtn_Fs"_s);
+    EXPECT_EQ(s.mem_bz->toPlainText(), u"表计停走\n不需要退补电量电费。"_s);
+    EXPECT_EQ(rows(*db, u"SELECT count(*) FROM a_ykkzb"_s), QStringList{u"0"_s});
+    EXPECT_EQ(boxes.texts(), QStringList({u"请输入现场核查情况！"_s, u"错接线，不需要更换计量装置，请取消方案"_s, u"错接线，请先取消方案！"_s,
+                                          u"无故障，不需要更换计量装置，请取消方案"_s, u"无故障，请先取消方案！"_s,
+                                          u"需验表，请先取消更换计量装置方案"_s, u"需要校验，请先取消变更方案！"_s,
+                                          u"故障换表，请先确定方案！"_s, u"确定不需要退补电量电费吗？"_s, u"确定不需要退补电量电费吗？"_s,
+                                          u"确定不需要更换计量装置吗？"_s}));
+    boxes.clear();
+}
+
+TEST_P(AnomalyScreen, NewFaultCaseIsStartedSentOnAndClosedKeepingItsRows) {
+    db->exec(u"DELETE FROM a_dnbfa"_s);
+    db->exec(u"UPDATE y_khda SET htrl = 315, lxr = '赵工'"_s);
+    db->exec(u"INSERT INTO w_gzxz (dm, mc) VALUES ('G1', '烧坏')"_s);
+    TJc_Jlyccl_Frm s;
+    showActive(&s);
+    type(s.Edt_Hh, kHh);
+    pressFocused(Qt::Key_Return);
+    const QString c = s.Edt_Cdbh->text();
+    db->exec(u"INSERT INTO e_jlycgzd (cdbh, hh, jcbz) VALUES (?, ?, '上次发送失败')"_s, {c, kHh});
+    s.Dblc_gzxz->SetKeyValue(u"G1"_s);
+    click(&s, u"Bbtn_Dbnhq"_s);
+    s.mem_bz->setPlainText(u"电能表烧坏"_s);
+    s.Ckb_Ywf->setChecked(true);
+    click(&s, u"Bbtn_Fs"_s);
+    EXPECT_FALSE(s.isVisible());
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(boxes.texts(), QStringList({u"确定不需要退补电量电费吗？"_s, u"当前客户流程发送成功(传单编号为"_s + c + u"),请继续处理。"_s}));
+    boxes.clear();
+    const QString finding = u"电能表烧坏\n不需要退补电量电费。"_s;
+    EXPECT_EQ(rows(*db, u"SELECT sfygz || sfxyb || sfcjx || sfxysf FROM a_ykkzb WHERE cdbh = ? AND htrl = 315"_s, {c}),
+              QStringList{u"无无无是"_s});
+    EXPECT_EQ(rows(*db, u"SELECT ywdm, hm, lxr, count(sqrq) FROM a_khsqxx WHERE cdbh = ? GROUP BY ywdm, hm, lxr"_s, {c}),
+              QStringList{u"160|青禾机械厂|赵工|1"_s});
+    EXPECT_EQ(rows(*db, u"SELECT ywdm, lastywx, dqywx FROM z_dqgw WHERE cdbh = ?"_s, {c}), QStringList{u"160|16001|16002"_s});
+    EXPECT_EQ(rows(*db, u"SELECT kcbz FROM a_gdfa WHERE cdbh = ? AND kcrq IS NOT NULL"_s, {c}), QStringList{finding});
+    EXPECT_EQ(rows(*db, u"SELECT hh, hm, jcry, jczh, ycxz, gzlx, rdyj, jcbz, dw, ywdm, sfcl FROM e_jlycgzd WHERE cdbh = ?"_s, {c}),
+              QStringList{QStringList({kHh, u"青禾机械厂"_s, u"王检"_s, u"JC-001"_s, u"故障表"_s, u"G1"_s, u"现场检查校验"_s,
+                                       finding, Gdw, u"160"_s, u"1"_s}).join(u'|')});
+    EXPECT_EQ(left(c), QStringList({u"a_dnbfa"_s, u"a_dnbfa"_s, u"a_gdfa"_s}));
+}
+
+TEST_P(AnomalyScreen, InspectionCaseUpdatesItsSheetAndSendsItsSupplementAsADocument) {
+    db->exec(u"INSERT INTO a_khsqxx (cdbh, hh, hm) VALUES (?, ?, '青禾机械厂')"_s, {kCase, kHh});
+    db->exec(u"INSERT INTO a_ykkzb (cdbh) VALUES (?)"_s, {kCase});
+    db->exec(u"INSERT INTO e_jlycgzd (cdbh, hh, hm) VALUES (?, ?, '检查时户名')"_s, {kCase, kHh});
+    db->exec(u"INSERT INTO b_djb (djm, djmc, dj) VALUES ('2101', '一般工商业', 0.5)"_s);
+    db->exec(u"INSERT INTO b_dltzxx (hh, ny, jfdbh, jffdl, jfpdl, jfgdl, djm) VALUES (?, '202410', '01', 0, 100, 0, '2101')"_s, {kHh});
+    ASSERT_EQ(WfFristYwx(kCase, u"401"_s, u"40101"_s, Gdw, kHh, u"一般"_s, Gczydm, GetServerDateTime(), {}, {}), 0);
+    db->exec(u"DELETE FROM a_dnbfa"_s);
+    Cdbh = kCase;
+    TJc_Jlyccl_Frm s;
+    showActive(&s);
+    onNextModal([](QWidget* w) {
+        auto* r = static_cast<Tjl_Tbdl_Frm*>(w);
+        click(r, u"Bbtn_Xz"_s);
+        r->Edt_Qsny->setText(u"202410"_s);
+        r->Edt_Zzny->setText(u"202410"_s);
+        click(r, u"Rb_Dl"_s);
+        r->Edt_Hddl->setText(u"100"_s);
+        for (const QString& b : {u"Bbtn_Js"_s, u"Bbtn_Bc"_s, u"Bbtn_Tc"_s}) click(r, b);
+    });
+    click(&s, u"Bbtn_tb"_s);
+    s.mem_bz->setPlainText(u"电压线接反"_s);
+    click(&s, u"Rb_Cjx"_s);
+    click(&s, u"Bbtn_Fs"_s);
+    EXPECT_FALSE(s.isVisible());
+    EXPECT_EQ(boxes.texts(), QStringList({u"确定不需要更换计量装置吗？"_s, u"当前客户流程发送成功(传单编号为"_s + kCase + u"),请继续处理。"_s}));
+    boxes.clear();
+    EXPECT_EQ(rows(*db, u"SELECT sfygz || sfxyb || sfcjx FROM a_ykkzb"_s), QStringList{u"无无是"_s});
+    EXPECT_EQ(rows(*db, u"SELECT hm, ycxz, gzlx, rdyj, jcbz, sfcl FROM e_jlycgzd"_s),
+              QStringList{u"检查时户名|错接线||现场检查校验|电压线接反|1"_s});
+    EXPECT_EQ(rows(*db, u"SELECT z.ywdm, z.dqywx FROM z_dqgw z LEFT JOIN b_tbjl b ON b.tbcdh = z.cdbh AND b.glcdbh = ? "
+                         "WHERE z.cdbh = ? OR b.glcdbh IS NOT NULL ORDER BY 1"_s, {kCase, kCase}),
+              QStringList({u"201|20101"_s, u"401|40103"_s}));
+    TMidasQuery* q = Jc_Tarvin_Dm->Mqry_Jlyctbjl;
+    q->ParamByName(u"ac_cdbh"_s).SetAsString(kCase);
+    q->ParamByName(u"ai_dm"_s).SetAsInteger(1);
+    q->ExecSQL();
+    EXPECT_EQ(rows(*db, u"SELECT zbzdl, zbdldf, yzbdf FROM e_jlycgzd"_s), QStringList{u"100|50|50"_s});
 }
 
 TARVIN_INSTANTIATE_ENGINES(AnomalyScreen);

@@ -1,10 +1,12 @@
 #include "Frm_Jc_Jlyccl.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScopeGuard>
 
 #include "common/Unt_Jc_Message.h"
+#include "common/Unt_Zt_UserFuncs.h"
 #include "common/unt_jc_fuc.h"
 #include "data/Dm_Jc_Tarvin.h"
 #include "frame/DataSetModel.h"
@@ -162,6 +164,7 @@ TJc_Jlyccl_Frm::TJc_Jlyccl_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     Handle(Bbtn_tb, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_tbClick);
     Handle(Bbtn_Dy, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_DyClick);
     Handle(Bbtn_Tc, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_TcClick);
+    Handle(Bbtn_Fs, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_FsClick);
     Handle(Bbtn_Dbnhq, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_DbnhqClick);
     Handle(Bbtn_Ch, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_ChClick);
     Handle(Bbtn_Dnbqx, &QPushButton::clicked, &TJc_Jlyccl_Frm::Bbtn_DnbqxClick);
@@ -589,6 +592,201 @@ void TJc_Jlyccl_Frm::Bbtn_XgHgqClick() {
 
 void TJc_Jlyccl_Frm::Bbtn_ScHgqClick() {
     DeleteInstalled(Tarvin().Mqry_HgqBg, Tarvin().Mqry_Hgqfa, u"是否真的删除该互感器方案？"_s);
+}
+
+// ------------------------------------------------------------ send
+
+namespace {
+
+const QString kSendFailed = u"当前客户流程发送错误，请尝试重新发送。"_s;
+
+// A number the send cannot do without; an exhausted sequence stops it.
+QString Drawn(const QString& number, const QString& what) {
+    if (number.isEmpty()) throw EDatabaseError(u"未能取得新的"_s + what + u"，请与系统管理员联系。"_s);
+    return number;
+}
+
+bool HasRefundRecords(TMidasQuery* q, const QString& cdbh) {
+    OpenSql(q, u"select * from b_tbjl where glcdbh=:glcdbh "_s, {{"glcdbh", cdbh}});
+    const bool any = !q->IsEmpty();
+    q->Close();
+    return any;
+}
+
+}  // namespace
+
+bool TJc_Jlyccl_Frm::NoRefundAgreed() {
+    if (HasRefundRecords(Tarvin().Mqry_Select, sCdbh)) return true;
+    if (AskYesNo(u"确定不需要退补电量电费吗？"_s) != mrYes) {
+        Bbtn_tb->setFocus();
+        return false;
+    }
+    mem_bz->appendPlainText(u"不需要退补电量电费。"_s);
+    return true;
+}
+
+int TJc_Jlyccl_Frm::StartWorkflow(const QString& cdbh, const QString& ywdm, const QString& ywxdm,
+                                  const std::function<void()>& rows) {
+    const auto start = [&](auto call) {
+        return call(cdbh, ywdm, ywxdm, Gdw, sHh, u"一般"_s, Gczydm, WfGetSysDate(), Edt_Hm->text(), Edt_Yddz->text());
+    };
+    if (start(&WfTryFristYwx) != 0) {
+        UndoYysq(cdbh);
+        ShowErrorMsg(kSendFailed);
+        return 1;
+    }
+    TCustomMidasDataBase& shdl = TCustomMidasDataBase::ByName();
+    shdl.StartTransaction();
+    if (rows) rows();
+    if (start(&WfFristYwx) != 0) {
+        UndoYysq(cdbh);
+        ShowErrorMsg(kSendFailed);
+        shdl.Rollback();
+        return 2;
+    }
+    shdl.Commit();
+    return 0;
+}
+
+void TJc_Jlyccl_Frm::Bbtn_FsClick() {
+    if (sFsbz == u"1"_s) return;
+    const auto stopWith0 = [this] { sFsbz = u"0"_s; };
+    if (!IsValidKh(Edt_Hh->text(), Gdw)) {
+        ShowInfoMsg(u"该客户编号不存在！请重新输入。"_s);
+        Edt_Hh->setFocus();
+        return stopWith0();
+    }
+    if (mem_bz->toPlainText().trimmed().isEmpty()) {
+        ShowInfoMsg(u"请输入现场核查情况！"_s);
+        mem_bz->setFocus();
+        return;
+    }
+    if (edt_jcry->text().isEmpty()) {
+        ShowInfoMsg(u"请输入实际检查人员！"_s);
+        edt_jcry->setFocus();
+        return;
+    }
+    const int changed = SchemeRowCount();
+    TJc_Tarvin_Dm& dm = Tarvin();
+
+    // The finding by fault kind, and the case's control flags: a flag that
+    // does not apply is "无", only the fault flag of "no fault" is "否".
+    QString ycxz, gzlx, rdyj = u"现场检查校验"_s, ykkzb;
+    const QString sfxysf = Ckb_Ywf->isChecked() ? u"是"_s : u"否"_s;
+    if (Rb_Gzb->isChecked()) {
+        if (changed == 0) {
+            ShowInfoMsg(u"故障换表，请先确定方案！"_s);
+            Pgc_Jlzz->setCurrentWidget(Ts_Dnb);
+            return;
+        }
+        if (!NoRefundAgreed()) return;
+        ycxz = u"故障表"_s;
+        gzlx = Dblc_gzxz->KeyValue().toString();
+        if (bNewCase)
+            ExecSql(dm.Mqry_Update,
+                    u" insert into a_ykkzb (cdbh, sfygz,  sfxyb,sfcjx,sfxysf,htrl) values (:cdbh,'无','无','无',:sfxysf,:htrl)"_s,
+                    {{"cdbh", sCdbh}, {"sfxysf", sfxysf}, {"htrl", dHtrl}});
+        else
+            ExecSql(dm.Mqry_Update,
+                    u" update a_ykkzb set sfygz='无',             sfxyb='无', sfcjx='无',sfxysf = :sfxysf   where cdbh=:cdbh "_s,
+                    {{"sfxysf", sfxysf}, {"cdbh", sCdbh}});
+    } else if (Rb_Cjx->isChecked()) {
+        if (changed > 0) return ShowInfoMsg(u"错接线，请先取消方案！"_s);
+        if (!NoRefundAgreed()) return;
+        if (AskYesNo(u"确定不需要更换计量装置吗？"_s) != mrYes) return stopWith0();
+        ycxz = u"错接线"_s;
+        ExecSql(dm.Mqry_Update,
+                bNewCase ? u" insert into a_ykkzb (cdbh, sfygz,  sfxyb,sfcjx,sfxysf) values (:cdbh,'无','无','是','')"_s
+                         : u" update a_ykkzb set sfygz='无',  sfxyb='无', sfcjx='是',sfxysf=''   where cdbh=:cdbh "_s,
+                {{"cdbh", sCdbh}});
+    } else if (Rb_Wgz->isChecked()) {
+        if (changed > 0) return ShowInfoMsg(u"无故障，请先取消方案！"_s);
+        if (AskYesNo(u"确定无故障吗？"_s) != mrYes) return stopWith0();
+        ycxz = u"无故障"_s;
+        ExecSql(dm.Mqry_Update,
+                bNewCase ? u" insert into a_ykkzb (cdbh, sfygz,  sfxyb,sfcjx,sfxysf) values (:cdbh,'否','无','无','')"_s
+                         : u" update a_ykkzb set sfygz='否',  sfxyb='无', sfcjx='无',sfxysf=''   where cdbh=:cdbh "_s,
+                {{"cdbh", sCdbh}});
+    } else if (Rb_Xyb->isChecked()) {
+        if (changed > 0) return ShowInfoMsg(u"需要校验，请先取消变更方案！"_s);
+        ycxz = u"无故障"_s;  // verification is recorded as no fault found yet
+        rdyj = u"计量校验"_s;
+        if (bNewCase)
+            ExecSql(dm.Mqry_Update,
+                    u" insert into a_ykkzb (cdbh, sfygz,  sfxyb,sfcjx,sfxysf,htrl) values (:cdbh,'无','是','无','',:htrl)"_s,
+                    {{"cdbh", sCdbh}, {"htrl", dHtrl}});
+        else
+            ExecSql(dm.Mqry_Update, u" update a_ykkzb set sfygz='无',  sfxyb='是', sfcjx='无',sfxysf=''   where cdbh=:cdbh "_s,
+                    {{"cdbh", sCdbh}});
+    }
+
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    auto cursor = qScopeGuard([] { QApplication::restoreOverrideCursor(); });
+
+    if (bNewCase) {
+        const int started = StartWorkflow(sCdbh, u"160"_s, u"16001"_s, [&] {
+            ExecSql(dm.Mqry_Update,
+                    u" Insert Into A_KHSQXX(CDBH,SLBM,YWDM,SQRQ,SQBZ, HH,KHLX,HM,YDDZ,ZJMC,ZJHM, LXDZ,LXDH,LXR,YZBM,FKDW,"
+                    "FKFS,HYFL,YHDM, YHZH,DW,XZQ,SFXYH, ZWLXDH,ZWLXR,ZWLXDZ,ZZSYH,ZZSZH,ZZSH,ZZSM,ZCDZ, SCBC,ZXR,CBCBH,YHH) "
+                    "select :CDBH,:SLBM,:YWDM,:SQRQ, :SQBZ,HH,KHLX,HM,YDDZ,ZJMC,ZJHM, :LXDZ,:LXDH,:LXR,:YZBM,FKDW,FKFS,HYFL,"
+                    "YHDM, YHZH,DW,XZQ,SFXYH, ZWLXDH,ZWLXR,ZWLXDZ,ZZSYH,ZZSZH,ZZSH,ZZSM,ZCDZ, SCBC,ZXR,CBCBH,YHH  from Y_KHDA "
+                    "where HH =:HH"_s,
+                    {{"CDBH", sCdbh}, {"SLBM", Gbm}, {"YWDM", u"160"_s}, {"SQRQ", GetServerDateTime()},
+                     {"SQBZ", Mem_Sqbz->toPlainText()}, {"LXDZ", Edt_Lxdz->text()}, {"LXDH", Edt_Lxdh->text()},
+                     {"LXR", Edt_Lxr->text()}, {"YZBM", Edt_Yzbm->text()}, {"HH", sHh}});
+        });
+        if (started == 2) stopWith0();
+        if (started != 0) return;
+    }
+
+    ExecSql(dm.Mqry_Update, u"delete from a_gdfa where cdbh=:cdbh"_s, {{"cdbh", sCdbh}});
+    ExecSql(dm.Mqry_Update,
+            u" insert into a_gdfa (gdfabh, cdbh, hh,  kcr,kcbz, kcrq) values (:gdfabh,:cdbh,:hh,:kcr,:kcbz,:kcrq)"_s,
+            {{"gdfabh", Drawn(GetNewGdfabh(), u"供电方案编号"_s)}, {"cdbh", sCdbh}, {"hh", sHh}, {"kcr", Gczyxm},
+             {"kcbz", mem_bz->toPlainText()}, {"kcrq", dt_jcrq->date()}});
+
+    OpenSql(dm.Mqry_Select, u"select * from z_dqgw where cdbh=:cdbh"_s, {{"cdbh", sCdbh}});
+    const QString dqywx = dm.Mqry_Select->FieldByName(u"DQYWX"_s).AsString();
+    dm.Mqry_Select->Close();
+
+    // A case raised by an inspection result already has its work sheet.
+    if (dqywx.left(3) != u"401"_s) {
+        ExecSql(dm.Mqry_Update, u"delete from e_jlycgzd where cdbh=:cdbh"_s, {{"cdbh", sCdbh}});
+        ExecSql(dm.Mqry_Update,
+                u" Insert into E_JLYCGZD(CDBH,HH,HM,YDDZ,JCRY,JCZH,  ycxz, gzlx, rdyj, jcrq, JCBZ, dw, YWDM,sfcl)  "
+                "Values(:CDBH,:HH,:HM,:YDDZ,:JCRY,:JCZH,  :ycxz, :gzlx,:rdyj, :jcrq, :JCBZ, :dw, :YWDM,'1')"_s,
+                {{"CDBH", sCdbh}, {"HH", Edt_Hh->text()}, {"HM", Edt_Hm->text()}, {"YDDZ", Edt_Yddz->text()},
+                 {"JCRY", edt_jcry->text()}, {"JCZH", EDT_JCZH->text()}, {"ycxz", ycxz}, {"gzlx", gzlx}, {"rdyj", rdyj},
+                 {"jcrq", dt_jcrq->dateTime()}, {"JCBZ", mem_bz->toPlainText()}, {"dw", Gdw}, {"YWDM", dqywx.left(3)}});
+    } else {
+        ExecSql(dm.Mqry_Update,
+                u" update e_jlycgzd set ycxz = :ycxz,gzlx = :gzlx,rdyj=:rdyj,  jcbz = :jcbz,sfcl='1' where cdbh = :cdbh "_s,
+                {{"ycxz", ycxz}, {"gzlx", gzlx}, {"rdyj", rdyj}, {"jcbz", mem_bz->toPlainText()}, {"cdbh", sCdbh}});
+    }
+
+    // The refund decisions recorded with the case become a document of
+    // their own; their details move with them, in the same transaction.
+    if (HasRefundRecords(dm.Mqry_Select, sCdbh)) {
+        const QString tbcdh = Drawn(GetNewCdbh(), u"传单编号"_s);
+        const int started = StartWorkflow(tbcdh, u"201"_s, u"20101"_s, [&] {
+            ExecSql(dm.Mqry_Update, u" update b_tbjl set tbcdh = :tbcdh  where glcdbh = :glcdbh "_s,
+                    {{"tbcdh", tbcdh}, {"glcdbh", sCdbh}});
+            Tjl_Tbdl_Frm::MoveDetailsToDocument(sCdbh, tbcdh);
+        });
+        if (started == 2) stopWith0();
+        if (started != 0) return;
+    }
+
+    if (WfLcSend(sCdbh, dqywx, WfGetSysDate(), Gczydm) != 0) {
+        ShowInfoMsg(kSendFailed);
+        return stopWith0();  // what is written stays; a second send rewrites it
+    }
+    cursor.dismiss();
+    QApplication::restoreOverrideCursor();
+    ShowInfoMsg(u"当前客户流程发送成功(传单编号为"_s + sCdbh + u"),请继续处理。"_s);
+    sFsbz = u"1"_s;
+    sCdbh.clear();
+    close();
 }
 
 // ------------------------------------------------------------ closing

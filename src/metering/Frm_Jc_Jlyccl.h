@@ -7,6 +7,7 @@
 #pragma once
 
 #include <QPointer>
+#include <functional>
 
 #include "frame/Frm_Zt_Template.h"
 #include "ui_Frm_Jc_Jlyccl.h"
@@ -31,6 +32,9 @@ public slots:
     void Bbtn_tbClick();
     void Bbtn_DyClick();
     void Bbtn_TcClick();
+    // Send: the finding checked against the fault kind and stored, a new
+    // case and a recorded refund started in the workflow, the case sent on.
+    void Bbtn_FsClick();
     // Meter changes: exchange, removal, cancel; installed meters.
     void Bbtn_DbnhqClick();
     void Bbtn_ChClick();
@@ -69,11 +73,21 @@ private:
     // in edit) and stores it when confirmed; false when cancelled.
     bool EditMeter(const QString& caption);
     bool EditTransformer(const QString& caption);
+    // The send's refund question when the case has no refund records;
+    // false when the operator wants to record one first.
+    bool NoRefundAgreed();
+    // Starts a document in the workflow: the dry run, then `rows` written
+    // and the start made in one transaction. 0 started; 1 refused by the
+    // dry run, 2 by the start (rolled back); the document undone and the
+    // refusal told either way.
+    int StartWorkflow(const QString& cdbh, const QString& ywdm, const QString& ywxdm,
+                      const std::function<void()>& rows = {});
 
     QString sCdbh;  // the case; drawn at account entry for a new case
     QString sHh;    // its account
     double dHtrl = 0;  // contract capacity of a new case's customer
     bool bNewCase = false;
+    QString sFsbz;  // "1" once sent, "0" after a failed or abandoned send
 };
 
 extern QPointer<TJc_Jlyccl_Frm> Jc_Jlyccl_Frm;

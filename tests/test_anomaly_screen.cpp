@@ -5,8 +5,10 @@
 // case (kind fixed, print off, refused accounts told in real boxes, a fresh
 // number on every Enter, its drafts and unsent refunds gone on exit), the
 // change scheme built and taken back through the equipment buttons, and the
-// send: its refusals by fault kind, a new case started in the real workflow
-// and sent on, and an inspection case whose supplement becomes a document.
+// send: its refusals by fault kind, a new case with meters and a transformer
+// changed and a supplement saved on the refund screen, started and sent on in
+// the real workflow with its supplement as a document of its own, and an
+// inspection case whose supplement becomes a document.
 #include <QApplication>
 #include <QTableView>
 
@@ -17,6 +19,7 @@
 #include "data/Dm_Jc_Tarvin.h"
 #include "frame/Unit_zt_gobal.h"
 #include "metering/Frm_Jc_Jlyccl.h"
+#include "metering/Frm_Yk_SltChxz.h"
 #include "metering/Frm_jl_Tbdl.h"
 
 using namespace Qt::StringLiterals;
@@ -216,10 +219,14 @@ TEST_P(AnomalyScreen, SendRefusesEachKindItsWayAndNotesThatNoRefundIsNeeded) {
     boxes.clear();
 }
 
-TEST_P(AnomalyScreen, NewFaultCaseIsStartedSentOnAndClosedKeepingItsRows) {
+TEST_P(AnomalyScreen, NewFaultCaseWithSchemeAndSupplementIsStartedSentOnAndClosedKeepingItsRows) {
     db->exec(u"DELETE FROM a_dnbfa"_s);
     db->exec(u"UPDATE y_khda SET htrl = 315, lxr = '赵工'"_s);
     db->exec(u"INSERT INTO w_gzxz (dm, mc) VALUES ('G1', '烧坏')"_s);
+    db->exec(u"INSERT INTO y_yxdnb (txm, hh, jldbh, dblb, dl) VALUES ('TXM002', ?, '02', '单相表', '5(20)A')"_s, {kHh});
+    db->exec(u"INSERT INTO y_yxhgq (hgqbh, hh, jldbh, hgqlb, hgqbb) VALUES ('H1', ?, '01', 'TA', '100/5')"_s, {kHh});
+    db->exec(u"INSERT INTO b_djb (djm, djmc, dj) VALUES ('2101', '一般工商业', 0.5)"_s);
+    db->exec(u"INSERT INTO b_dltzxx (hh, ny, jfdbh, jffdl, jfpdl, jfgdl, djm) VALUES (?, '202410', '01', 0, 100, 0, '2101')"_s, {kHh});
     TJc_Jlyccl_Frm s;
     showActive(&s);
     type(s.Edt_Hh, kHh);
@@ -227,25 +234,56 @@ TEST_P(AnomalyScreen, NewFaultCaseIsStartedSentOnAndClosedKeepingItsRows) {
     const QString c = s.Edt_Cdbh->text();
     db->exec(u"INSERT INTO e_jlycgzd (cdbh, hh, jcbz) VALUES (?, ?, '上次发送失败')"_s, {c, kHh});
     s.Dblc_gzxz->SetKeyValue(u"G1"_s);
-    click(&s, u"Bbtn_Dbnhq"_s);
-    s.mem_bz->setPlainText(u"电能表烧坏"_s);
-    s.Ckb_Ywf->setChecked(true);
+    click(&s, u"Bbtn_Dbnhq"_s);  // the first meter exchanged, the second taken off nominally
+    s.Dbg_Dnb->setFocus();
+    pressFocused(Qt::Key_Down);
+    onNextModal([](QWidget* w) {
+        static_cast<TYk_SltChxz_frm*>(w)->Rb_Xc->setFocus();
+        pressFocused(Qt::Key_Space);
+        click(w, u"Bbtn_Qr"_s);
+    });
+    click(&s, u"Bbtn_Ch"_s);
+    s.Pgc_Jlzz->setCurrentWidget(s.Ts_Hgq);
+    click(&s, u"BitBtn1"_s);
+    onNextModal([](QWidget* w) {
+        auto* r = static_cast<Tjl_Tbdl_Frm*>(w);
+        click(r, u"Bbtn_Xz"_s);
+        for (auto [edit, text] : {std::pair{r->Edt_Qsny, u"202410"_s}, {r->Edt_Zzny, u"202410"_s}, {r->Edt_Hddl, u"100"_s}}) {
+            if (edit == r->Edt_Hddl) click(r, u"Rb_Dl"_s);
+            edit->setFocus();
+            edit->selectAll();
+            type(edit, text);
+        }
+        for (const QString& b : {u"Bbtn_Js"_s, u"Bbtn_Bc"_s, u"Bbtn_Tc"_s}) click(r, b);
+    });
+    click(&s, u"Bbtn_tb"_s);
+    s.mem_bz->setPlainText(u"电能表烧坏"_s);  // typed through an input method
+    click(&s, u"Ckb_Ywf"_s);
     click(&s, u"Bbtn_Fs"_s);
     EXPECT_FALSE(s.isVisible());
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
-    EXPECT_EQ(boxes.texts(), QStringList({u"确定不需要退补电量电费吗？"_s, u"当前客户流程发送成功(传单编号为"_s + c + u"),请继续处理。"_s}));
+    EXPECT_EQ(boxes.texts(), QStringList{u"当前客户流程发送成功(传单编号为"_s + c + u"),请继续处理。"_s});
     boxes.clear();
-    const QString finding = u"电能表烧坏\n不需要退补电量电费。"_s;
+    const QString t = rows(*db, u"SELECT DISTINCT tbcdh FROM b_tbjl WHERE glcdbh = ?"_s, {c}).join(u',');
+    EXPECT_EQ(rows(*db, u"SELECT tbcdh, ny, pdl, pdf FROM b_tbdfxx WHERE tbcdh IN (?, ?)"_s, {c, t}),
+              QStringList{t + u"|202410|100|50"_s});
     EXPECT_EQ(rows(*db, u"SELECT sfygz || sfxyb || sfcjx || sfxysf FROM a_ykkzb WHERE cdbh = ? AND htrl = 315"_s, {c}),
               QStringList{u"无无无是"_s});
     EXPECT_EQ(rows(*db, u"SELECT ywdm, hm, lxr, count(sqrq) FROM a_khsqxx WHERE cdbh = ? GROUP BY ywdm, hm, lxr"_s, {c}),
               QStringList{u"160|青禾机械厂|赵工|1"_s});
-    EXPECT_EQ(rows(*db, u"SELECT ywdm, lastywx, dqywx FROM z_dqgw WHERE cdbh = ?"_s, {c}), QStringList{u"160|16001|16002"_s});
-    EXPECT_EQ(rows(*db, u"SELECT kcbz FROM a_gdfa WHERE cdbh = ? AND kcrq IS NOT NULL"_s, {c}), QStringList{finding});
+    EXPECT_EQ(rows(*db, u"SELECT cdbh, ywdm, coalesce(lastywx, '-'), dqywx FROM z_dqgw ORDER BY ywdm"_s),
+              QStringList({c + u"|160|16001|16002"_s, t + u"|201|-|20101"_s}));
+    EXPECT_EQ(rows(*db, u"SELECT cdbh, ywxdm, coalesce(czy, '-'), CASE WHEN wcsj IS NULL THEN 'open' ELSE 'done' END "
+                         "FROM z_lcls ORDER BY ywdm, xh"_s),
+              QStringList({c + u"|16001|jc01|done"_s, c + u"|16002|-|open"_s, t + u"|20101|-|open"_s}));
+    EXPECT_EQ(rows(*db, u"SELECT kcbz FROM a_gdfa WHERE cdbh = ? AND kcrq IS NOT NULL"_s, {c}), QStringList{u"电能表烧坏"_s});
     EXPECT_EQ(rows(*db, u"SELECT hh, hm, jcry, jczh, ycxz, gzlx, rdyj, jcbz, dw, ywdm, sfcl FROM e_jlycgzd WHERE cdbh = ?"_s, {c}),
               QStringList{QStringList({kHh, u"青禾机械厂"_s, u"王检"_s, u"JC-001"_s, u"故障表"_s, u"G1"_s, u"现场检查校验"_s,
-                                       finding, Gdw, u"160"_s, u"1"_s}).join(u'|')});
-    EXPECT_EQ(left(c), QStringList({u"a_dnbfa"_s, u"a_dnbfa"_s, u"a_gdfa"_s}));
+                                       u"电能表烧坏"_s, Gdw, u"160"_s, u"1"_s}).join(u'|')});
+    QStringList scheme = rows(*db, u"SELECT 'a_dnbfa' || bgsm || coalesce(txm, '-') FROM a_dnbfa WHERE cdbh = ? UNION ALL "
+                                   "SELECT 'a_hgqfa' || bgsm || coalesce(hgqbh, '-') FROM a_hgqfa WHERE cdbh = ?"_s, {c, c});
+    scheme.sort();
+    EXPECT_EQ(scheme, QStringList({u"a_dnbfa换取TXM001"_s, u"a_dnbfa新装-"_s, u"a_dnbfa虚拆TXM002"_s, u"a_hgqfa拆除H1"_s}));
 }
 
 TEST_P(AnomalyScreen, InspectionCaseUpdatesItsSheetAndSendsItsSupplementAsADocument) {

@@ -2,7 +2,9 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCheckBox>
 #include <QPixmap>
+#include <QRadioButton>
 #include <QTest>
 #include <QTimer>
 
@@ -90,9 +92,15 @@ void showActive(QWidget* window) {
 
 void click(QObject* root, const QString& name) {
     auto* b = find<QAbstractButton>(root, name);
-    if (!b) return;
+    if (!b) {
+        ADD_FAILURE() << "no button " << name.toStdString();
+        return;
+    }
     EXPECT_TRUE(b->isEnabled()) << name.toStdString() << " is disabled";
-    QTest::mouseClick(b, Qt::LeftButton);
+    // A check box or radio stretched by its layout takes clicks only on its
+    // box and text, so a person aims at the box, not the middle.
+    const bool boxed = qobject_cast<QCheckBox*>(b) || qobject_cast<QRadioButton*>(b);
+    QTest::mouseClick(b, Qt::LeftButton, {}, boxed ? QPoint(6, b->height() / 2) : QPoint());
     settle();
 }
 

@@ -114,6 +114,32 @@ void AppendInstalled(TMidasQuery* row, TMidasQuery* upper, const QStringList& co
     CopyFields(upper, row, copied);
 }
 
+// A scheme editor on the list's current row (put in insert or edit state by
+// the caller): on OK the row is posted and applied, otherwise cancelled.
+// `shown` is the unit's pointer to the open editor.
+template <class Editor>
+bool EditScheme(QWidget* parent, QPointer<Editor>& shown, TMidasQuery* row, const QString& caption,
+                const std::function<void()>& beforePost = {}) {
+    const auto cancel = CancelPending(row);
+    {
+        Editor editor(parent);
+        shown = &editor;
+        editor.setWindowTitle(caption);
+        if (editor.exec() != QDialog::Accepted) return false;
+    }
+    if (beforePost) beforePost();
+    row->Post();
+    Apply(row);
+    return true;
+}
+
+// Installing goes with a changed unit of the upper list.
+bool ChangedUnitChosen(TMidasQuery* upper, const QString& refusal) {
+    if (HasRow(upper) && !Current(upper, u"BGSM"_s).isEmpty()) return true;
+    ShowInfoMsg(refusal);
+    return false;
+}
+
 // Deletes the scheme list's current installed row when the operator agrees.
 void DeleteInstalled(TMidasQuery* upper, TMidasQuery* row, const QString& question) {
     if (!HasRow(row) || AskYesNo(question) != mrYes) return;
@@ -470,30 +496,18 @@ void TJc_Jlyccl_Frm::Bbtn_DnbqxClick() {
 
 bool TJc_Jlyccl_Frm::EditMeter(const QString& caption) {
     TMidasQuery* row = Tarvin().Mqry_Dnbfa;
-    const auto cancel = CancelPending(row);
-    {
-        TYk_DnbFaWh_Frm editor(this);
-        Yk_DnbFaWh_Frm = &editor;
-        editor.setWindowTitle(caption);
-        if (editor.exec() != QDialog::Accepted) return false;
-    }
-    // THDL and THXX carry a new meter's own current and phase-wire, as on an exchange.
-    if (row->State() == dsInsert) {
+    return EditScheme(this, Yk_DnbFaWh_Frm, row, caption, [row] {
+        // THDL and THXX carry a new meter's own current and phase-wire, as on an exchange.
+        if (row->State() != dsInsert) return;
         row->FieldByName(u"THDL"_s).SetValue(row->FieldByName(u"DL"_s).Value());
         row->FieldByName(u"THXX"_s).SetValue(row->FieldByName(u"XX"_s).Value());
-    }
-    row->Post();
-    Apply(row);
-    return true;
+    });
 }
 
 void TJc_Jlyccl_Frm::Bbtn_XzClick() {
     TJc_Tarvin_Dm& dm = Tarvin();
     TMidasQuery* upper = dm.Mqry_DnbBg;
-    if (!HasRow(upper) || Current(upper, u"BGSM"_s).isEmpty()) {
-        ShowInfoMsg(u"请先换取/拆除电能表，或者选择已变更的电能表。"_s);
-        return;
-    }
+    if (!ChangedUnitChosen(upper, u"请先换取/拆除电能表，或者选择已变更的电能表。"_s)) return;
     TMidasQuery* row = dm.Mqry_Dnbfa;
     const auto cancel = CancelPending(row);
     AppendInstalled(row, upper, {u"JLDBH"_s, u"BYQBH"_s, u"JFDBH"_s, u"dw"_s}, sCdbh, sHh);
@@ -555,26 +569,13 @@ void TJc_Jlyccl_Frm::Bbtn_HgqqxClick() {
 }
 
 bool TJc_Jlyccl_Frm::EditTransformer(const QString& caption) {
-    TMidasQuery* row = Tarvin().Mqry_Hgqfa;
-    const auto cancel = CancelPending(row);
-    {
-        TYk_HgqFaWh_Frm editor(this);
-        Yk_HgqFaWh_Frm = &editor;
-        editor.setWindowTitle(caption);
-        if (editor.exec() != QDialog::Accepted) return false;
-    }
-    row->Post();
-    Apply(row);
-    return true;
+    return EditScheme(this, Yk_HgqFaWh_Frm, Tarvin().Mqry_Hgqfa, caption);
 }
 
 void TJc_Jlyccl_Frm::Bbtn_XzHgqClick() {
     TJc_Tarvin_Dm& dm = Tarvin();
     TMidasQuery* upper = dm.Mqry_HgqBg;
-    if (!HasRow(upper) || Current(upper, u"BGSM"_s).isEmpty()) {
-        ShowInfoMsg(u"请先换取/拆除互感器，或者选择已变更的互感器。"_s);
-        return;
-    }
+    if (!ChangedUnitChosen(upper, u"请先换取/拆除互感器，或者选择已变更的互感器。"_s)) return;
     TMidasQuery* row = dm.Mqry_Hgqfa;
     const auto cancel = CancelPending(row);
     AppendInstalled(row, upper, {u"JLDBH"_s, u"SDDBH"_s, u"HGQBB"_s, u"HGQLB"_s, u"dw"_s}, sCdbh, sHh);

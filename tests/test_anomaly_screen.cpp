@@ -326,6 +326,6 @@ TEST_P(AnomalyScreen, InspectionCaseUpdatesItsSheetAndSendsItsSupplementAsADocum
     EXPECT_EQ(rows(*db, u"SELECT zbzdl, zbdldf, yzbdf FROM e_jlycgzd"_s), QStringList{u"100|50|50"_s});
 }
 
-TARVIN_INSTANTIATE_ENGINES(AnomalyScreen);
+TARVIN_INSTANTIATE_ENGINES_AND_OPENERS(AnomalyScreen);
 
 }  // namespace

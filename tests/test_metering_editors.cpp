@@ -217,6 +217,6 @@ TEST_P(MeteringEditors, RemovalNaturePicker) {
     }
 }
 
-TARVIN_INSTANTIATE_ENGINES(MeteringEditors);
+TARVIN_INSTANTIATE_ENGINES_AND_OPENERS(MeteringEditors);
 
 }  // namespace

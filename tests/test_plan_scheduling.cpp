@@ -13,11 +13,13 @@
 #include <QRadioButton>
 #include <QTableView>
 
+#include "DemoGenerator.h"
 #include "Fixtures.h"
 #include "ModuleTest.h"
 #include "data/Dm_Jc_Tarvin.h"
 #include "frame/Unit_zt_gobal.h"
 #include "planning/Frm_Jc_Jhbp.h"
+#include "screening/Frm_Jc_Kycssz.h"
 
 using namespace Qt::StringLiterals;
 using namespace tarvin::test;
@@ -268,5 +270,61 @@ TEST_P(PlanSchedulingBoxes, SaveAndSendWithRealBoxes) {
 }
 
 TARVIN_INSTANTIATE_ENGINES(PlanSchedulingBoxes);
+
+// On a demo utility, as a planner works: the screening screen's result
+// (customers with more than one supply source) scheduled and sent. The
+// picture in docs/screens comes from here.
+class SchedulingOnDemo : public ModuleTest {
+protected:
+    void SetUp() override {
+        ModuleTest::SetUp();
+        if (dialect() != tarvin::sql::Dialect::SQLite) GTEST_SKIP() << "the demo pictures are taken on SQLite";
+        expectNoBoxes = false;
+        tarvin::demo::writeDemo(db->db(), {});
+        Gdw = u"0101"_s;
+        Gbm = db->scalar(u"SELECT min(dm) FROM z_bmbm"_s).toString();
+    }
+    void TearDown() override {
+        Gbm.clear();
+        ModuleTest::TearDown();
+    }
+};
+
+TEST_P(SchedulingOnDemo, ScreenedCustomersScheduledAndSent) {
+    TJc_Jhbp_Frm s;
+    showActive(&s);
+    onNextModal([](QWidget* w) {
+        auto* k = static_cast<TJc_Kycssz_Frm*>(w);
+        k->Pgc_Cxdx->setCurrentWidget(k->Ts_Ydjc);
+        press(k->Rb_Dldy, Qt::Key_Space);
+        click(k, u"Bbtn_Cx"_s);
+        click(k, u"Bbtn_Qr"_s);
+    });
+    click(&s, u"Bbtn_Jckhjs"_s);
+    showActive(&s);
+    const int customers = s.Lb_Jckhjs->count();
+    EXPECT_GT(customers, 0);
+    EXPECT_EQ(s.Mem_Bz->toPlainText(), u"多路电源客户"_s);
+    click(&s, u"Bbtn_Xz"_s);
+    s.dblc_jclx->setFocus();
+    pressFocused(Qt::Key_Down);
+    onNextModal([](QWidget* w) { click(w, u"Bbtn_Qr"_s); });
+    click(&s, u"Sb_Sz"_s);
+    showActive(&s);
+    s.Edt_Hjrs->setText(u"2"_s);
+    s.Mem_Jcnr->setPlainText(u"多路电源客户专项检查：核对备用电源的计量与闭锁。"_s);
+    boxes.answer(QMessageBox::Yes);
+    click(&s, u"Bbtn_Qr"_s);
+    EXPECT_EQ(boxes.last(), u"计划保存成功，请确认后发送！"_s);
+    s.Lb_Jckhjs->setCurrentRow(0);
+    Q_EMIT s.Lb_Jckhjs->itemClicked(s.Lb_Jckhjs->item(0));
+    screenshot(&s, u"plan-scheduling"_s);
+    click(&s, u"Bbtn_Fs"_s);
+    EXPECT_TRUE(boxes.last().startsWith(u"当前客户流程发送成功"_s)) << boxes.last().toStdString();
+    const QString jcph = boxes.last().section(u"检查批号为"_s, 1).left(10);
+    EXPECT_EQ(db->scalar(u"SELECT count(*) FROM e_jcgzjl WHERE jcph = ?"_s, {jcph}).toInt(), customers);
+}
+
+TARVIN_INSTANTIATE_ENGINES(SchedulingOnDemo);
 
 }  // namespace

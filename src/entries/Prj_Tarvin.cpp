@@ -12,6 +12,7 @@
 #include "frame/MessageService.h"
 #include "frame/Unit_zt_gobal.h"
 #include "metering/Frm_Jc_Jlyccl.h"
+#include "planning/Frm_Jc_Jhbz.h"
 #include "screening/Frm_Jc_Kycssz.h"
 #include "Unt_Tarvinit.h"
 
@@ -73,6 +74,15 @@ TARVIN_EXPORT void TARVIN_STDCALL show_jc_kykhjs(std::int32_t) {
 TARVIN_EXPORT void TARVIN_STDCALL show_jc_bjsz(std::int32_t) { showScreen(Jc_Bjsz_Frm); }
 
 TARVIN_EXPORT void TARVIN_STDCALL show_jc_jlyccl(std::int32_t) { showScreen(Jc_Jlyccl_Frm); }
+
+// One plan screen for both plan types; the type is its caption and filter.
+TARVIN_EXPORT void TARVIN_STDCALL show_jc_njhbz(std::int32_t) {
+    showScreen(Jc_Jhbz_Frm, [](TJc_Jhbz_Frm& s) { s.Jhlx = QStringLiteral("年计划"); });
+}
+
+TARVIN_EXPORT void TARVIN_STDCALL show_jc_yjhbz(std::int32_t) {
+    showScreen(Jc_Jhbz_Frm, [](TJc_Jhbz_Frm& s) { s.Jhlx = QStringLiteral("月计划"); });
+}
 
 // The list is bound and open before the screen shows, so it comes up with
 // the operator's open alarms.

@@ -19,6 +19,7 @@
 #include "data/Dm_Jc_Tarvin.h"
 #include "frame/Unit_zt_gobal.h"
 #include "planning/Frm_Jc_Jhbp.h"
+#include "planning/Frm_Jc_Jhbz.h"
 #include "screening/Frm_Jc_Kycssz.h"
 
 using namespace Qt::StringLiterals;
@@ -275,7 +276,7 @@ TARVIN_INSTANTIATE_ENGINES(PlanSchedulingBoxes);
 
 // On a demo utility, as a planner works: the screening screen's result
 // (customers with more than one supply source) scheduled and sent. The
-// picture in docs/screens comes from here.
+// pictures of both planning screens in docs/screens come from here.
 class SchedulingOnDemo : public ModuleTest {
 protected:
     void SetUp() override {
@@ -293,6 +294,13 @@ protected:
 };
 
 TEST_P(SchedulingOnDemo, ScreenedCustomersScheduledAndSent) {
+    {
+        TJc_Jhbz_Frm plans;
+        plans.Jhlx = u"月计划"_s;
+        showActive(&plans);
+        EXPECT_GT(plans.Dbg_Jcjh->model()->rowCount(), 0) << "the demo's monthly plans";
+        screenshot(&plans, u"plan-compilation"_s);
+    }
     TJc_Jhbp_Frm s;
     showActive(&s);
     onNextModal([](QWidget* w) {

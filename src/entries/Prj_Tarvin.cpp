@@ -12,6 +12,7 @@
 #include "frame/MessageService.h"
 #include "frame/Unit_zt_gobal.h"
 #include "metering/Frm_Jc_Jlyccl.h"
+#include "planning/Frm_Jc_Jhbp.h"
 #include "planning/Frm_Jc_Jhbz.h"
 #include "screening/Frm_Jc_Kycssz.h"
 #include "Unt_Tarvinit.h"
@@ -83,6 +84,8 @@ TARVIN_EXPORT void TARVIN_STDCALL show_jc_njhbz(std::int32_t) {
 TARVIN_EXPORT void TARVIN_STDCALL show_jc_yjhbz(std::int32_t) {
     showScreen(Jc_Jhbz_Frm, [](TJc_Jhbz_Frm& s) { s.Jhlx = QStringLiteral("月计划"); });
 }
+
+TARVIN_EXPORT void TARVIN_STDCALL show_jc_jhbp(std::int32_t) { showScreen(Jc_Jhbp_Frm); }
 
 // The list is bound and open before the screen shows, so it comes up with
 // the operator's open alarms.

@@ -3,7 +3,6 @@
 // the screen, the printed list, and the host's entry.
 #include <QLineEdit>
 #include <QPushButton>
-#include <QProcess>
 #include <QTableView>
 #include <QTemporaryDir>
 
@@ -64,11 +63,7 @@ protected:
         s.Mqry_Bj->Open();
         showActive(&s);
     }
-    QStringList listed(TJc_Bjtx_Frm& s) {
-        QStringList out;
-        for (int r = 0; r < s.Dbg_sx->model()->rowCount(); ++r) out << s.Dbg_sx->model()->index(r, 1).data().toString();
-        return out;
-    }
+    static QStringList listed(TJc_Bjtx_Frm& s) { return columnTexts(s.Dbg_sx, 1); }
     QStringList stamped() { return rows(*db, u"SELECT hh FROM e_bjtx WHERE txrq IS NOT NULL ORDER BY hh"_s); }
     QString state(const QString& hh) {
         return rows(*db, u"SELECT zt, clr, clqk, clrq FROM e_bjtx WHERE hh = ?"_s, {hh}).value(0);
@@ -170,22 +165,10 @@ TEST_P(AlarmReminders, MainFlowByKeysWithRealBoxes) {
 TEST_P(AlarmReminders, PrintsTheListWithUnitOperatorAndEveryAccount) {
     TJc_Bjtx_Frm s;
     open(s);
-    QString preview;
-    onNextModal([&](QWidget* w) {
-        preview = w->metaObject()->className();
-        w->close();
-    });
-    click(&s, u"Bbtn_Dy"_s);
-    EXPECT_EQ(preview, u"QPrintPreviewDialog"_s);
-
+    EXPECT_EQ(modalOpenedBy([&] { click(&s, u"Bbtn_Dy"_s); }), u"QPrintPreviewDialog"_s);
     QTemporaryDir dir;
     s.FRDB_Bjtx.ExportPdf(dir.filePath(u"list.pdf"_s));
-    QProcess p;
-    p.start(u"pdftotext"_s, {dir.filePath(u"list.pdf"_s), u"-"_s});
-    ASSERT_TRUE(p.waitForFinished(30000));
-    // CJK fonts map some glyphs to Kangxi radicals; NFKC maps them back.
-    const QString text =
-        QString::fromUtf8(p.readAllStandardOutput()).normalized(QString::NormalizationForm_KC).remove(u' ');
+    const QString text = pdfText(dir.filePath(u"list.pdf"_s));
     for (const QString& want : QStringList{u"城区供电分公司"_s, u"0101001"_s} + shown)
         EXPECT_TRUE(text.contains(want)) << want.toStdString() << "\n" << text.toStdString();
     EXPECT_FALSE(text.contains(u"0000000003"_s));

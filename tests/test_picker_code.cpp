@@ -55,13 +55,6 @@ protected:
     static QString current(const char* field) {
         return Jc_Main_Dm->Mqry_Select->FieldByName(QString::fromLatin1(field)).AsString();
     }
-    static void clickRow(QTableView* grid, int row, bool twice = false) {
-        const QPoint at = grid->visualRect(grid->model()->index(row, 0)).center();
-        // As the system delivers a double click: a click, then the double.
-        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, at);
-        if (twice) QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, at);
-        settle();
-    }
     // The text comes as one key event, as an input method commits Chinese.
     static void search(TJc_CodeSelect_Frm& s, const QString& text, bool byEnter = true) {
         s.Edt_Value->clear();
@@ -140,7 +133,7 @@ TEST_P(CodePicker, BookPickSearchesByNameAndConfirmsByDoubleClick) {
     EXPECT_EQ(current("CBCBH"), u"CB03"_s);
     search(s, u"城东"_s);
     EXPECT_EQ(current("CBCBH"), u"CB01"_s);
-    clickRow(s.Dbg_List, 1, true);
+    clickRow(s.Dbg_List, 1, {}, true);
     EXPECT_FALSE(s.isVisible());
     EXPECT_EQ(s.result(), QDialog::Accepted);
     EXPECT_EQ(s.ResultCode + s.ResultName, u"CB02城东二册"_s);

@@ -3,7 +3,6 @@
 // text, code look-ups that fail, and choosing or cancelling.
 #include <gtest/gtest.h>
 
-#include <QAbstractItemView>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -11,7 +10,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
-#include <QTest>
 
 #include "data/DataModules.h"
 #include "pickers/Frm_Gy_Qkhbh.h"
@@ -65,9 +63,7 @@ protected:
 
     // The account numbers the grid shows, sorted.
     static QStringList listed(const TGy_Qkhbh_Frm& s) {
-        QStringList out;
-        const QAbstractItemModel* m = s.Dbg_Fkhbh->model();
-        for (int r = 0; r < m->rowCount(); ++r) out << m->index(r, 0).data().toString();
+        QStringList out = columnTexts(s.Dbg_Fkhbh);
         out.sort();
         return out;
     }
@@ -262,9 +258,7 @@ TEST_P(CustomerPicker, CombosAreFilledOnceWhenFirstDroppedDown) {
     EXPECT_EQ(s.Cob_khlx->currentText(), u"高"_s) << "the typed text stays";
 
     // Chosen from the list with the mouse, then searched.
-    QAbstractItemView* view = s.Cob_khlx->view();
-    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(view->model()->index(0, 0)).center());
-    settle();
+    clickRow(s.Cob_khlx->view(), 0);
     s.Cob_khlx->setFocus();
     search();
     EXPECT_EQ(listed(s), (QStringList{u"0000000007"_s, u"0000000123"_s}));
@@ -297,12 +291,8 @@ TEST_P(CustomerPicker, EmptyConfirmDoubleClickCancelAndEscape) {
         TGy_Qkhbh_Frm s;
         showActive(&s);
         searchBy(s, s.Ckb_cbc, s.Edt_cbc, u"CB01"_s);
-        const QModelIndex row = s.Dbg_Fkhbh->model()->index(1, 1);
-        const QString hh = row.siblingAtColumn(0).data().toString();
-        const QPoint at = s.Dbg_Fkhbh->visualRect(row).center();
-        QTest::mouseClick(s.Dbg_Fkhbh->viewport(), Qt::LeftButton, {}, at);
-        QTest::mouseDClick(s.Dbg_Fkhbh->viewport(), Qt::LeftButton, {}, at);
-        settle();
+        const QString hh = s.Dbg_Fkhbh->model()->index(1, 0).data().toString();
+        clickRow(s.Dbg_Fkhbh, 1, {}, true, 1);
         EXPECT_EQ(s.sKhbh, hh);
         EXPECT_FALSE(s.isVisible());
     }

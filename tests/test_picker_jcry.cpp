@@ -6,7 +6,6 @@
 
 #include <QPushButton>
 #include <QTableView>
-#include <QTest>
 
 #include "frame/DataSetModel.h"
 #include "pickers/Frm_Jc_Jcryxs.h"
@@ -43,13 +42,8 @@ protected:
         ADD_FAILURE() << "no row " << jczh.toStdString();
         return 0;
     }
-    // A click, or as the system delivers a double click: a click, then the
-    // double.
     static void clickRow(TJc_Jcryxs_Frm& s, int row, Qt::KeyboardModifiers mods = {}, bool twice = false) {
-        const QPoint at = s.Dbg_Jcryxs->visualRect(s.Grid()->Model()->index(row, 1)).center();
-        QTest::mouseClick(s.Dbg_Jcryxs->viewport(), Qt::LeftButton, mods, at);
-        if (twice) QTest::mouseDClick(s.Dbg_Jcryxs->viewport(), Qt::LeftButton, mods, at);
-        settle();
+        tarvin::test::clickRow(s.Dbg_Jcryxs, row, mods, twice, 1);
     }
     // Names (column 1) or certificates (3) of rows, in row order.
     static QString joined(TJc_Jcryxs_Frm& s, QList<int> rows, int column) {

@@ -3,7 +3,6 @@
 // bookmarks, field-bound edits, the look-up and key combos.
 #include <QLineEdit>
 #include <QTableView>
-#include <QTest>
 
 #include "frame/DBControls.h"
 #include "frame/DataSetModel.h"
@@ -38,18 +37,15 @@ TEST_P(ScreenKit, GridAndDataSetMoveTogether) {
 
     q.Next();
     EXPECT_EQ(grid.currentIndex().row(), 1) << "the grid follows the dataset";
-    const auto clickRow = [&](int row) {
-        QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, grid.visualRect(model->index(row, 0)).center());
-    };
-    clickRow(2);
+    clickRow(&grid, 2);
     EXPECT_EQ(q.FieldByName("DM").AsString(), "03") << "a click moves the dataset";
 
     // Multi-selection gives bookmarks that lead back to the rows.
     grid.setSelectionMode(QAbstractItemView::MultiSelection);
     grid.setSelectionBehavior(QAbstractItemView::SelectRows);
     grid.clearSelection();
-    clickRow(0);
-    clickRow(2);
+    clickRow(&grid, 0);
+    clickRow(&grid, 2);
     QStringList marked;
     for (const TBookmark& mark : binding.SelectedBookmarks()) {
         q.GotoBookmark(mark);

@@ -69,12 +69,7 @@ protected:
         showActive(s.get());
     }
     // The first column of the result grid (or the list); its extra titles.
-    QStringList column(QAbstractItemView* view = nullptr) const {
-        QAbstractItemModel* m = (view ? view : s->Dbg_Jlll)->model();
-        QStringList out;
-        for (int r = 0; r < m->rowCount(); ++r) out << m->index(r, 0).data().toString();
-        return out;
-    }
+    QStringList column(QAbstractItemView* view = nullptr) const { return columnTexts(view ? view : s->Dbg_Jlll); }
     QString heads() const {
         QStringList out;
         for (int c = 9; c < s->Dbg_Jlll->model()->columnCount(); ++c) out << s->Dbg_Jlll->model()->headerData(c, Qt::Horizontal).toString();
@@ -183,7 +178,7 @@ TEST_P(ScreeningSettings, SearchResultAndConfirm) {
     EXPECT_EQ(column(&list), (QStringList{u"0000000006┆孙六"_s, u"0000000007┆周七"_s})) << "none selected: all";
     reopen();
     EXPECT_EQ(QString::number(column().size()) + heads(), u"2计费类型|定量定比值"_s) << "the last rows, with their columns";
-    QTest::mouseClick(s->Dbg_Jlll->viewport(), Qt::LeftButton, {}, s->Dbg_Jlll->visualRect(s->Dbg_Jlll->model()->index(1, 0)).center());
+    clickRow(s->Dbg_Jlll, 1);
     click(s.get(), u"Bbtn_Qr"_s);
     EXPECT_EQ(column(&list), QStringList{u"0000000007┆周七"_s});
     reopen();
@@ -247,7 +242,7 @@ TEST_P(ScreeningSettings, AreaLossListOnTheDemoUtility) {
     s->edt_Shny->setText(u"190001"_s);
     EXPECT_EQ(s->dbg_xltq->model()->rowCount(), 0);
     s->edt_Shny->setText(GetServerNy());
-    QTest::mouseClick(s->dbg_xltq->viewport(), Qt::LeftButton, {}, s->dbg_xltq->visualRect(s->dbg_xltq->model()->index(1, 0)).center());
+    clickRow(s->dbg_xltq, 1);
     EXPECT_TRUE(areas.contains(s->Edt_Tqbh->text() + u"|"_s + s->Edt_Tqmc->text()));
     click(s.get(), u"Ckb_Tqbh"_s);
     if (dialect() == tarvin::sql::Dialect::SQLite) screenshot(s.get(), u"screening-settings"_s);
@@ -267,25 +262,14 @@ TEST_P(ScreeningSettings, PrintsTheResultOnTheDemoUtility) {
     search(s->Ts_Dfdj, u"Rb_Bydlqn"_s);
     const QStringList accounts = column();
     ASSERT_FALSE(accounts.isEmpty()) << boxes.texts().join(u'|').toStdString();
-    QString preview;
-    onNextModal([&](QWidget* w) {
-        preview = w->metaObject()->className();
-        w->close();
-    });
-    click(s.get(), u"Bbtn_Dy"_s);
-    EXPECT_EQ(preview, u"QPrintPreviewDialog"_s);
+    EXPECT_EQ(modalOpenedBy([&] { click(s.get(), u"Bbtn_Dy"_s); }), u"QPrintPreviewDialog"_s);
     QTemporaryDir dir;
     s->Rpt_Kykhcx.ExportPdf(dir.filePath(u"r.pdf"_s));
-    QProcess p;
-    p.start(u"pdftotext"_s, {dir.filePath(u"r.pdf"_s), u"-"_s});
-    ASSERT_TRUE(p.waitForFinished(30000));
-    // The font's glyph of 户 is the door radical's, which NFKC makes 戶.
-    const QString text = QString::fromUtf8(p.readAllStandardOutput()).normalized(QString::NormalizationForm_KC).remove(u' ').replace(u'戶', u'户');
+    const QString text = pdfText(dir.filePath(u"r.pdf"_s));
     for (const QString& want : QStringList{u"异常客户查询结果"_s, u"查询对象:去年同期比较电量波动异常客户"_s, u"单位:城区供电分公司"_s, u"波动百分比"_s,
                                            u"记录数:%1条"_s.arg(accounts.size())} + accounts)
         EXPECT_TRUE(text.contains(want)) << want.toStdString() << "\n" << text.toStdString();
-    const QString shots = qEnvironmentVariable("TARVIN_SCREENSHOT_DIR");
-    if (!shots.isEmpty() && dialect() == tarvin::sql::Dialect::SQLite) s->Rpt_Kykhcx.RenderPage(0, 110).save(shots + u"/screening-print.png"_s);
+    if (dialect() == tarvin::sql::Dialect::SQLite) screenshot(s->Rpt_Kykhcx.RenderPage(0, 110), u"screening-print"_s);
     db->exec(u"DELETE FROM z_report WHERE bbmc = '异常客户查询结果'"_s);
     click(s.get(), u"Bbtn_Dy"_s);
     EXPECT_TRUE(boxes.last().startsWith(u"打印异常客户查询结果出错"_s) && s->isVisible() && column() == accounts) << boxes.last().toStdString();

@@ -6,7 +6,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableView>
-#include <QTest>
 
 #include "Fixtures.h"
 #include "ModuleTest.h"
@@ -29,20 +28,11 @@ protected:
                  "('C2', 'P1', 'H2', '乙', '已审批', NULL), ('C3', 'P1', 'H3', '丙', '已检查', '窃电'), "
                  "('C4', 'P2', 'H4', '丁', '未审批', NULL), ('C5', 'P3', 'H5', '戊', '已检查', '正常')"_s);
     }
-    // One column of a grid or list, top to bottom.
-    static QStringList col(const QAbstractItemView* v, int c = 0) {
-        QStringList out;
-        for (int r = 0; r < v->model()->rowCount(); ++r) out << v->model()->index(r, c).data().toString();
-        return out;
-    }
     // March.
     static void search(TJc_Kylskh_Frm& s) {
         s.dtp_zdsjq->setDateTime(QDateTime(QDate(2026, 3, 1), QTime(0, 0)));
         s.dtp_zdsjz->setDateTime(QDateTime(QDate(2026, 3, 31), QTime(0, 0)));
         click(&s, u"Bbtn_Cx"_s);
-    }
-    static void clickRow(QTableView* g, int row) {
-        QTest::mouseClick(g->viewport(), Qt::LeftButton, {}, g->visualRect(g->model()->index(row, 0)).center());
     }
     QListWidget list;
     QPlainTextEdit memo{u"原备注"_s};
@@ -57,31 +47,31 @@ TEST_P(KylskhScreen, SearchMovesConfirmAndExit) {
     EXPECT_EQ(s.dtp_zdsjq->dateTime(), s.dtp_zdsjz->dateTime().addDays(-1));
 
     search(s);
-    EXPECT_EQ(col(s.Dbg_lskh), (QStringList{u"P1"_s, u"P2"_s})) << "the unit's, in the dates";
-    EXPECT_EQ(col(s.Dbg_Jckh), (QStringList{u"H1"_s, u"H2"_s, u"H3"_s}));
+    EXPECT_EQ(columnTexts(s.Dbg_lskh), (QStringList{u"P1"_s, u"P2"_s})) << "the unit's, in the dates";
+    EXPECT_EQ(columnTexts(s.Dbg_Jckh), (QStringList{u"H1"_s, u"H2"_s, u"H3"_s}));
     s.Dbg_lskh->setFocus();
     pressFocused(Qt::Key_Down);
-    EXPECT_EQ(col(s.Dbg_Jckh), QStringList{u"H4"_s});
+    EXPECT_EQ(columnTexts(s.Dbg_Jckh), QStringList{u"H4"_s});
     clickRow(s.Dbg_lskh, 0);
-    EXPECT_EQ(col(s.Dbg_Jckh), (QStringList{u"H1"_s, u"H2"_s, u"H3"_s}));
+    EXPECT_EQ(columnTexts(s.Dbg_Jckh), (QStringList{u"H1"_s, u"H2"_s, u"H3"_s}));
 
     clickRow(s.Dbg_Jckh, 1);
     click(&s, u"Sb_Right"_s);
-    EXPECT_EQ(col(s.Dbg_SelectKh), QStringList{u"H2"_s});
+    EXPECT_EQ(columnTexts(s.Dbg_SelectKh), QStringList{u"H2"_s});
     if (dialect() == tarvin::sql::Dialect::SQLite) screenshot(&s, u"kylskh"_s);
     click(&s, u"Sb_Aright"_s);
-    EXPECT_TRUE(col(s.Dbg_Jckh).isEmpty());
-    EXPECT_EQ(col(s.Dbg_SelectKh), (QStringList{u"H2"_s, u"H1"_s, u"H3"_s}));
-    EXPECT_EQ(col(s.Dbg_SelectKh, 3), (QStringList{""_L1, u"正常"_s, u"窃电"_s})) << "the results go along";
+    EXPECT_TRUE(columnTexts(s.Dbg_Jckh).isEmpty());
+    EXPECT_EQ(columnTexts(s.Dbg_SelectKh), (QStringList{u"H2"_s, u"H1"_s, u"H3"_s}));
+    EXPECT_EQ(columnTexts(s.Dbg_SelectKh, 3), (QStringList{""_L1, u"正常"_s, u"窃电"_s})) << "the results go along";
     click(&s, u"Sb_Aright"_s);  // nothing left to move
     clickRow(s.Dbg_SelectKh, 1);
     click(&s, u"Sb_Left"_s);
-    EXPECT_EQ(col(s.Dbg_Jckh), QStringList{u"H1"_s});
+    EXPECT_EQ(columnTexts(s.Dbg_Jckh), QStringList{u"H1"_s});
     click(&s, u"Sb_Aleft"_s);
-    EXPECT_EQ(col(s.Dbg_Jckh), (QStringList{u"H1"_s, u"H2"_s, u"H3"_s})) << "back at the end";
+    EXPECT_EQ(columnTexts(s.Dbg_Jckh), (QStringList{u"H1"_s, u"H2"_s, u"H3"_s})) << "back at the end";
     click(&s, u"Sb_Right"_s);
     click(&s, u"Bbtn_Cx"_s);
-    EXPECT_TRUE(col(s.Dbg_SelectKh).isEmpty()) << "a new search starts a new selection";
+    EXPECT_TRUE(columnTexts(s.Dbg_SelectKh).isEmpty()) << "a new search starts a new selection";
 
     list.addItem(u"旧"_s);
     s.Bbtn_Qr->setEnabled(true);
@@ -91,13 +81,13 @@ TEST_P(KylskhScreen, SearchMovesConfirmAndExit) {
     search(s);
     click(&s, u"Sb_Aright"_s);
     click(&s, u"Bbtn_Qr"_s);
-    EXPECT_EQ(col(&list), (QStringList{u"H1┆甲"_s, u"H2┆乙"_s, u"H3┆丙"_s}));
+    EXPECT_EQ(columnTexts(&list), (QStringList{u"H1┆甲"_s, u"H2┆乙"_s, u"H3┆丙"_s}));
     showActive(&s);
     search(s);
     click(&s, u"Sb_Right"_s);
     click(&s, u"Bbtn_Tc1"_s);
     EXPECT_FALSE(s.isVisible());
-    EXPECT_EQ(col(&list).size(), 3) << "exit hands nothing";
+    EXPECT_EQ(columnTexts(&list).size(), 3) << "exit hands nothing";
     EXPECT_EQ(memo.toPlainText(), u"原备注\n历史检查客户。\n历史检查客户。"_s);
 }
 
@@ -120,7 +110,7 @@ TEST_P(KylskhScreen, MainFlowByKeysWithRealBoxes) {
     pressFocused(Qt::Key_Return);
     s.Bbtn_Qr->setFocus();
     pressFocused(Qt::Key_Return);
-    EXPECT_EQ(col(&list), QStringList{u"H4┆丁"_s});
+    EXPECT_EQ(columnTexts(&list), QStringList{u"H4┆丁"_s});
     EXPECT_EQ(memo.toPlainText(), u"原备注\n历史检查客户。"_s);
 }
 

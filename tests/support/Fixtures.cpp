@@ -54,6 +54,16 @@ void grant(TestDatabase& db, const QString& czydm, const QStringList& items, con
     db.exec(QStringLiteral("INSERT INTO z_czyygw (czydm, zdm) VALUES (?, ?)"), {czydm, gw});
 }
 
+QString pdfText(const QString& path) {
+    QProcess p;
+    p.start(QStringLiteral("pdftotext"), {path, QStringLiteral("-")});
+    EXPECT_TRUE(p.waitForFinished(30000)) << "pdftotext (poppler-utils) must be installed";
+    return QString::fromUtf8(p.readAllStandardOutput())
+        .normalized(QString::NormalizationForm_KC)
+        .remove(QLatin1Char(' '))
+        .replace(QChar(0x6236), QChar(0x6237));
+}
+
 ProgramRun runProgram(const QString& name, const QStringList& args, int timeoutMs) {
     QProcess p;
     p.start(QStringLiteral(TARVIN_BIN_DIR "/") + name, args);

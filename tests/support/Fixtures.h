@@ -28,6 +28,11 @@ void customer(TestDatabase& db, const QString& hh, const QString& hm, const QStr
 // items; 40099 lets the operator see alarms).
 void grant(TestDatabase& db, const QString& czydm, const QStringList& items, const QString& post = {});
 
+// A PDF's text as pdftotext reads it: NFKC-normalised (a CJK font gives
+// some ideographs a radical's glyph, 户 the door radical's, NFKC 戶), blanks
+// removed and 戶 read as 户.
+QString pdfText(const QString& path);
+
 // A program of the build, run to its end.
 struct ProgramRun {
     int code;

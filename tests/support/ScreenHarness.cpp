@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
+#include <QImage>
 #include <QPixmap>
 #include <QRadioButton>
 #include <QTest>
@@ -120,11 +121,28 @@ void type(QWidget* target, const QString& text) {
     settle();
 }
 
-void screenshot(QWidget* widget, const QString& name) {
-    const QString dir = qEnvironmentVariable("TARVIN_SCREENSHOT_DIR");
-    if (dir.isEmpty()) return;
+void clickRow(QAbstractItemView* view, int row, Qt::KeyboardModifiers mods, bool twice, int column) {
+    const QPoint at = view->visualRect(view->model()->index(row, column)).center();
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, mods, at);
+    if (twice) QTest::mouseDClick(view->viewport(), Qt::LeftButton, mods, at);
     settle();
-    EXPECT_TRUE(widget->grab().save(dir + QLatin1Char('/') + name + QStringLiteral(".png")));
+}
+
+QStringList columnTexts(const QAbstractItemView* view, int column) {
+    QStringList out;
+    for (int r = 0; r < view->model()->rowCount(); ++r) out << view->model()->index(r, column).data().toString();
+    return out;
+}
+
+void screenshot(QWidget* widget, const QString& name) {
+    if (qEnvironmentVariableIsEmpty("TARVIN_SCREENSHOT_DIR")) return;
+    settle();
+    screenshot(widget->grab().toImage(), name);
+}
+
+void screenshot(const QImage& picture, const QString& name) {
+    const QString dir = qEnvironmentVariable("TARVIN_SCREENSHOT_DIR");
+    if (!dir.isEmpty()) { EXPECT_TRUE(picture.save(dir + QLatin1Char('/') + name + QStringLiteral(".png"))); }
 }
 
 void onNextModal(std::function<void(QWidget*)> act) {
@@ -138,6 +156,16 @@ void onNextModal(std::function<void(QWidget*)> act) {
         act(modal);
     });
     timer->start();
+}
+
+QString modalOpenedBy(const std::function<void()>& act) {
+    QString opened;
+    onNextModal([&opened](QWidget* w) {
+        opened = QString::fromLatin1(w->metaObject()->className());
+        w->close();
+    });
+    act();
+    return opened;
 }
 
 }  // namespace tarvin::test

@@ -2,6 +2,7 @@
 // by object name, keys and clicks as real events, modal dialogs answered.
 #pragma once
 
+#include <QAbstractItemView>
 #include <QMessageBox>
 #include <QPointer>
 #include <QStringList>
@@ -83,13 +84,23 @@ void press(QWidget* target, Qt::Key key, Qt::KeyboardModifiers mods = Qt::NoModi
 void pressFocused(Qt::Key key, Qt::KeyboardModifiers mods = Qt::NoModifier);
 void type(QWidget* target, const QString& text);
 
-// Saves a PNG of the widget as DIR/NAME.png when TARVIN_SCREENSHOT_DIR is
-// set (how docs/ gets its pictures); does nothing otherwise.
+// A click on a cell of a grid's row, where a person clicks; with `twice` a
+// double click after it, as the system delivers one.
+void clickRow(QAbstractItemView* view, int row, Qt::KeyboardModifiers mods = {}, bool twice = false, int column = 0);
+// One column of a grid or list, top to bottom.
+QStringList columnTexts(const QAbstractItemView* view, int column = 0);
+
+// Saves a PNG of the widget (or a rendered page) as DIR/NAME.png when
+// TARVIN_SCREENSHOT_DIR is set (how docs/ gets its pictures); does nothing
+// otherwise.
 void screenshot(QWidget* widget, const QString& name);
+void screenshot(const QImage& picture, const QString& name);
 
 // Runs `act` on the next modal dialog that opens (after it is shown), then
 // returns; use before the action that opens it. The dialog is given as
 // argument; `act` must close it.
 void onNextModal(std::function<void(QWidget*)> act);
+// The class of the modal dialog that `act` opens, closed at once ("" if none).
+QString modalOpenedBy(const std::function<void()>& act);
 
 }  // namespace tarvin::test

@@ -166,6 +166,17 @@ TDBGridBinding::TDBGridBinding(QTableView* grid, TMidasQuery* dataSet, QObject* 
     connect(model_, &QAbstractItemModel::columnsInserted, this, &TDBGridBinding::ApplyColumnWidths);
 }
 
+TDBGridBinding* TDBGridBinding::ReadOnlyList(QTableView* grid, TMidasQuery* dataSet, const QList<TColumn>& columns,
+                                             QObject* parent) {
+    auto* binding = new TDBGridBinding(grid, dataSet, parent);
+    binding->model_->SetReadOnly(true);
+    if (!columns.isEmpty()) {
+        binding->model_->SetColumns(columns);
+        binding->ApplyColumnWidths();
+    }
+    return binding;
+}
+
 void TDBGridBinding::followDataSet(int row) {
     if (syncing_) return;
     syncing_ = true;

@@ -73,6 +73,10 @@ class TDBGridBinding : public QObject {
     Q_OBJECT
 public:
     TDBGridBinding(QTableView* grid, TMidasQuery* dataSet, QObject* parent = nullptr);
+    // A list as the screens show one: read-only, in these columns (none:
+    // every field under its name), sized.
+    static TDBGridBinding* ReadOnlyList(QTableView* grid, TMidasQuery* dataSet, const QList<TColumn>& columns,
+                                        QObject* parent);
     TDataSetModel* Model() const { return model_; }
     QTableView* Grid() const { return grid_; }
     // Bookmarks of the selected rows (multi-selection), in row order.

@@ -174,10 +174,7 @@ TJc_Jlyccl_Frm::TJc_Jlyccl_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
         {Dbg_Hgq, {dm.Mqry_HgqBg, removedTransformers}},
         {DBGrd_HgqFa, {dm.Mqry_Hgqfa, transformers}}};
     for (const auto& [grid, source] : grids) {
-        auto* binding = new TDBGridBinding(grid, source.first, this);
-        binding->Model()->SetReadOnly(true);
-        binding->Model()->SetColumns(source.second);
-        binding->ApplyColumnWidths();
+        TDBGridBinding::ReadOnlyList(grid, source.first, source.second, this);
         grid->verticalHeader()->setDefaultSectionSize(20);
     }
 

@@ -87,14 +87,14 @@ Tjl_Tbdl_Frm::Tjl_Tbdl_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     // the focus while browsing.
     Dbg_Tbjl = NewRowGrid(this, "Dbg_Tbjl");
     Dbg_Tbjl->horizontalHeader()->setStretchLastSection(true);
-    grid_ = new TDBGridBinding(Dbg_Tbjl, Mqry_Tbjl, this);
-    grid_->Model()->SetReadOnly(true);
-    grid_->Model()->SetColumns({{u"TBLX"_s, u"类型"_s, 40},
-                                {u"TBYY"_s, u"退补原因"_s, 440},
-                                {u"JBR"_s, u"经办人"_s, 70},
-                                {u"JBRQ"_s, u"经办日期"_s, 150},
-                                {u"ZT"_s, u"状态"_s, 60},
-                                {u"TBCDH"_s, u"退补单号"_s, 90}});
+    grid_ = TDBGridBinding::ReadOnlyList(Dbg_Tbjl, Mqry_Tbjl,
+                                         {{u"TBLX"_s, u"类型"_s, 40},
+                                          {u"TBYY"_s, u"退补原因"_s, 440},
+                                          {u"JBR"_s, u"经办人"_s, 70},
+                                          {u"JBRQ"_s, u"经办日期"_s, 150},
+                                          {u"ZT"_s, u"状态"_s, 60},
+                                          {u"TBCDH"_s, u"退补单号"_s, 90}},
+                                         this);
 
     setupUi(this);
     Lay_Tbjl->addWidget(Dbg_Tbjl);

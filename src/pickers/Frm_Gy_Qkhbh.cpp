@@ -50,9 +50,8 @@ TGy_Qkhbh_Frm::TGy_Qkhbh_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     Dbg_Fkhbh->setAlternatingRowColors(true);
     Lay_Fkhbh->addWidget(Dbg_Fkhbh);
     setTabOrder(Bbtn_Quit, Dbg_Fkhbh);
-    grid_ = new TDBGridBinding(Dbg_Fkhbh, Khcx().Mqry_Fkhbh, this);
-    grid_->Model()->SetReadOnly(true);
-    grid_->Model()->SetColumns({{u"HH"_s, u"客户编号"_s, 96}, {u"HM"_s, u"户名"_s, 180}, {u"YDDZ"_s, u"用电地址"_s, -1}});
+    grid_ = TDBGridBinding::ReadOnlyList(Dbg_Fkhbh, Khcx().Mqry_Fkhbh,
+                                         {{u"HH"_s, u"客户编号"_s, 96}, {u"HM"_s, u"户名"_s, 180}, {u"YDDZ"_s, u"用电地址"_s, -1}}, this);
 
     Handle(Ckb_Hh, &QCheckBox::clicked, &TGy_Qkhbh_Frm::Ckb_HhClick);
     Handle(Ckb_hm, &QCheckBox::clicked, &TGy_Qkhbh_Frm::Ckb_hmClick);

@@ -34,11 +34,11 @@ TJc_CodeSelect_Frm::TJc_CodeSelect_Frm(QWidget* parent) : TZt_Template_Frm(paren
     Dbg_List = NewRowGrid(this, "Dbg_List");
     Lay_List->addWidget(Dbg_List);
     setTabOrder(btn_Query, Dbg_List);
-    grid_ = new TDBGridBinding(Dbg_List, selectQuery(), this);
-    grid_->Model()->SetReadOnly(true);
     // The stored columns; BuildColumns always replaces them.
-    grid_->Model()->SetColumns({{QStringLiteral("BYQBH"), QStringLiteral("台区编号"), kFirstColumnWidth},
-                                {QStringLiteral("BYQMC"), QStringLiteral("台区名称"), kColumnWidth}});
+    grid_ = TDBGridBinding::ReadOnlyList(Dbg_List, selectQuery(),
+                                         {{QStringLiteral("BYQBH"), QStringLiteral("台区编号"), kFirstColumnWidth},
+                                          {QStringLiteral("BYQMC"), QStringLiteral("台区名称"), kColumnWidth}},
+                                         this);
     // The highlighted row is the current one, also after a search moved it.
     connect(Dbg_List->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) {

@@ -37,9 +37,7 @@ TJc_Jcryxs_Frm::TJc_Jcryxs_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
 
     // Made before the form's widgets, so the list leads the tab order.
     Dbg_Jcryxs = NewRowGrid(this, "Dbg_Jcryxs", QAbstractItemView::ExtendedSelection);
-    grid_ = new TDBGridBinding(Dbg_Jcryxs, Ds_jcry->DataSet(), this);
-    grid_->Model()->SetReadOnly(true);
-    grid_->Model()->SetColumns(gridColumns(QStringLiteral("XM")));
+    grid_ = TDBGridBinding::ReadOnlyList(Dbg_Jcryxs, Ds_jcry->DataSet(), gridColumns(QStringLiteral("XM")), this);
 
     setupUi(this);
     Lay_Jcryxs->addWidget(Dbg_Jcryxs);

@@ -44,9 +44,7 @@ QTableView* BoundGrid(QWidget* screen, const char* name, TMidasQuery* query, con
                       TDBGridBinding** binding = nullptr) {
     QTableView* grid = NewRowGrid(screen, name);
     grid->horizontalHeader()->setStretchLastSection(true);
-    auto* b = new TDBGridBinding(grid, query, screen);
-    b->Model()->SetReadOnly(true);
-    b->Model()->SetColumns(columns);
+    TDBGridBinding* b = TDBGridBinding::ReadOnlyList(grid, query, columns, screen);
     if (binding) *binding = b;
     return grid;
 }

@@ -86,9 +86,8 @@ TJc_Jhbz_Frm::TJc_Jhbz_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     Dbg_Jcjh->horizontalHeader()->setHighlightSections(false);
     Dbg_Jcjh->verticalHeader()->setDefaultSectionSize(20);
     Dbg_Jcjh->verticalHeader()->setFixedWidth(12);
-    auto* binding = new TDBGridBinding(Dbg_Jcjh, Tarvin().MQry_Jcjh, this);
-    binding->Model()->SetReadOnly(true);
-    binding->Model()->SetColumns({{u"JHBH"_s, u"计划编号"_s, 64},
+    TDBGridBinding::ReadOnlyList(Dbg_Jcjh, Tarvin().MQry_Jcjh,
+                                 {{u"JHBH"_s, u"计划编号"_s, 64},
                                   {u"JHLX"_s, u"计划类型"_s, 64},
                                   {u"JHJCQRQ"_s, u"计划起日期"_s, 80},
                                   {u"JHJCZRQ"_s, u"计划止日期"_s, 80},
@@ -98,8 +97,8 @@ TJc_Jhbz_Frm::TJc_Jhbz_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
                                   {u"BZ"_s, u"备注"_s, 120},
                                   {u"ZDBMMC"_s, u"制定部门"_s, 90},
                                   {u"ZDR"_s, u"制定人"_s, 60},
-                                  {u"ZDRQ"_s, u"制定日期"_s, 80}});
-    binding->ApplyColumnWidths();
+                                  {u"ZDRQ"_s, u"制定日期"_s, 80}},
+                                 this);
     Dblc_Jcbm->SetListSource(MainDm().MQry_Bm, u"MC"_s, u"MC"_s);
 
     Handle(Dbg_Jcjh, &QTableView::clicked, &TJc_Jhbz_Frm::Dbg_JcjhCellClick);

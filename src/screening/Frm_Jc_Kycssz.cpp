@@ -107,12 +107,8 @@ TJc_Kycssz_Frm::TJc_Kycssz_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     Dblc_Khlx->SetListSource(m.Mqry_Khlx, u"DM"_s, u"MC"_s);
     Dblc_djm->SetListSource(m.Mqry_Djm, u"djm"_s, u"djmc"_s);
     Dblc_Ywlb->SetListSource(m.Mqry_Ywlb, u"YWDM"_s, u"YWMC"_s);
-    areaGrid_ = new TDBGridBinding(dbg_xltq, m.Mqry_Xltq, this);
-    areaGrid_->Model()->SetReadOnly(true);
-    resultGrid_ = new TDBGridBinding(Dbg_Jlll, Tarvin().MQry_Kykhcx, this);
-    resultGrid_->Model()->SetReadOnly(true);
-    resultGrid_->Model()->SetColumns(kBaseColumns);
-    resultGrid_->ApplyColumnWidths();
+    areaGrid_ = TDBGridBinding::ReadOnlyList(dbg_xltq, m.Mqry_Xltq, {}, this);
+    resultGrid_ = TDBGridBinding::ReadOnlyList(Dbg_Jlll, Tarvin().MQry_Kykhcx, kBaseColumns, this);
 
     Handle(Pgc_Yckhpc, &QTabWidget::currentChanged, &TJc_Kycssz_Frm::Pgc_YckhpcChange);
     Handle(Bbtn_Cx, &QPushButton::clicked, &TJc_Kycssz_Frm::Bbtn_CxClick);

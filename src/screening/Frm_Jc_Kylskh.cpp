@@ -44,9 +44,7 @@ TJc_Main_Dm& MainDm() {
 QTableView* ListGrid(QWidget* screen, const char* name, TMidasQuery* query, const QList<TColumn>& columns) {
     QTableView* grid = NewRowGrid(screen, name);
     grid->horizontalHeader()->setStretchLastSection(true);
-    auto* binding = new TDBGridBinding(grid, query, screen);
-    binding->Model()->SetReadOnly(true);
-    binding->Model()->SetColumns(columns);
+    TDBGridBinding::ReadOnlyList(grid, query, columns, screen);
     return grid;
 }
 

@@ -150,10 +150,6 @@ TEST_F(DataModulesTest, MembersTextsAndUpdateTablesAsDesigned) {
     }
     EXPECT_EQ(stored, 47);
     EXPECT_EQ(paramNames(Jc_Main_Dm->Mqry_Dw), (QStringList{u"dw"_s, u"dw"_s}));
-    // Members reach their objects (the screens' way in).
-    EXPECT_EQ(Jc_Main_Dm->Mqry_Dw->objectName(), u"Mqry_Dw"_s);
-    EXPECT_EQ(Jc_Tarvin_Dm->Ds_Hgqfa->DataSet(), Jc_Tarvin_Dm->Mqry_Hgqfa);
-    EXPECT_EQ(DataSet_Yk_Dm->MQry_Khsqxx1->objectName(), u"MQry_Khsqxx1"_s);
     // Without the connection the first use fails with a database error
     // that the screen can show; the query stays usable afterwards.
     EXPECT_THROW(Jc_Main_Dm->MQry_Bm->Open(), EDatabaseError);

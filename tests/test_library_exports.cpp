@@ -16,13 +16,8 @@ const char* const kSession[] = {
     "bsh", "xzlx", "ywxmc", "J_NewForWyyd"};
 
 struct Library {
-    void* handle = nullptr;
-    Library() {
-        handle = dlopen(TARVIN_LIB_DIR "/libPrj_Tarvin.so", RTLD_NOW | RTLD_LOCAL);
-    }
-    ~Library() {
-        if (handle) dlclose(handle);
-    }
+    void* handle = dlopen(TARVIN_LIB_DIR "/libPrj_Tarvin.so", RTLD_NOW | RTLD_LOCAL);
+    ~Library() { if (handle) dlclose(handle); }
     template <class T>
     T sym(const char* name) const { return reinterpret_cast<T>(dlsym(handle, name)); }
 };
@@ -34,7 +29,6 @@ TEST(LibraryExports, EverySessionVariableIsADataSymbolReachableByName) {
     Library lib;
     ASSERT_NE(lib.handle, nullptr) << dlerror();
     for (const char* name : kSession) EXPECT_NE(lib.sym<void*>(name), nullptr) << name;
-    EXPECT_EQ(std::size(kSession), 28u);
 }
 
 TEST(LibraryExports, EntryFunctionsAreFoundByName) {

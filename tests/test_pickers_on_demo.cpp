@@ -5,11 +5,11 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
-#include <QSqlQuery>
 #include <QTableView>
 #include <QTreeWidget>
 
 #include "DemoGenerator.h"
+#include "Fixtures.h"
 #include "pickers/Frm_Gy_Qkhbh.h"
 #include "pickers/Frm_Jc_CodeSelect.h"
 #include "pickers/Frm_Jc_Jcryxs.h"
@@ -32,13 +32,7 @@ protected:
         tarvin::demo::writeDemo(db->db(), o);
         Gdw = u"0101"_s;
     }
-    QStringList column(const QString& sql) {
-        QSqlQuery q(db->db());
-        EXPECT_TRUE(q.exec(sql)) << sql.toStdString();
-        QStringList out;
-        while (q.next()) out << q.value(0).toString();
-        return out;
-    }
+    QStringList column(const QString& sql) { return rows(*db, sql); }
 };
 
 TEST_P(PickersOnDemo, EachPickerListsTheUnitsRows) {

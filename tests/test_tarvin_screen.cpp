@@ -53,9 +53,7 @@ protected:
             }
         }
         click(&s, u"Bbtn_Cx"_s);
-        QStringList found;
-        for (int r = 0; r < s.Dbg_Jlll->model()->rowCount(); ++r) found << s.Dbg_Jlll->model()->index(r, 0).data().toString();
-        return found;
+        return columnTexts(s.Dbg_Jlll);
     }
 };
 

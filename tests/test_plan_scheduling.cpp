@@ -217,8 +217,9 @@ TEST_P(PlanScheduling, RefusalsKeepTheModeAndWhatWasTyped) {
 }
 
 // The engine refuses the second task (its document is in the workflow
-// already): the warning once, nothing of the batch written. A retry, the
-// stray case gone, sends the batch whole under a new number.
+// already), then the database the header: each time the warning once and
+// nothing of the batch written. A retry sends the batch whole under a new
+// number.
 TEST_P(PlanScheduling, WorkflowRefusalOnTheSecondTaskLeavesNothingAndARetrySends) {
     TJc_Jhbp_Frm s;
     showActive(&s);
@@ -239,7 +240,15 @@ TEST_P(PlanScheduling, WorkflowRefusalOnTheSecondTaskLeavesNothingAndARetrySends
     EXPECT_EQ(batch(), left);
     EXPECT_FALSE(Jc_Tarvin_Dm->Mqry_Update->DataBase().InTransaction());
 
+    // The header refused (its batch number taken) after the tasks went in:
+    // rolled back, and the tasks are written again by the next send.
     db->exec(u"DELETE FROM z_dqgw"_s);
+    db->exec(u"INSERT INTO e_jcgzap (jcph, dw) VALUES ('0000000002', '99')"_s);
+    boxes.clear();
+    click(&s, u"Bbtn_Fs"_s);
+    EXPECT_EQ(boxes.texts(), QStringList{u"当前客户流程发送错误，请尝试重新发送。"_s});
+    db->exec(u"DELETE FROM e_jcgzap WHERE dw = '99'"_s);
+    EXPECT_EQ(batch(), nothing);
     boxes.clear();
     click(&s, u"Bbtn_Fs"_s);
     EXPECT_TRUE(boxes.last().startsWith(u"当前客户流程发送成功"_s)) << boxes.last().toStdString();

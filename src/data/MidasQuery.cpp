@@ -1,6 +1,7 @@
 #include "MidasQuery.h"
 
 #include <QHash>
+#include <QPointer>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlField>
@@ -262,6 +263,8 @@ TCustomMidasDataBase::TCustomMidasDataBase(const QString& connectionName) : name
 namespace {
 struct TxState {
     bool active = false;
+    // What datasets do once the transaction's changes are in the database.
+    std::vector<std::function<void()>> onCommit;
 };
 std::map<QString, TxState>& txStates() {
     static std::map<QString, TxState> states;
@@ -333,13 +336,22 @@ void TCustomMidasDataBase::Commit() {
         err = db.lastError().text();
     }
     if (!ok) throw EDatabaseError(QStringLiteral("Commit failed: %1").arg(err));
-    txStates()[name_].active = false;
+    TxState& state = txStates()[name_];
+    state.active = false;
+    const auto committed = std::exchange(state.onCommit, {});
+    for (const auto& done : committed) done();
+}
+
+void TCustomMidasDataBase::OnCommit(std::function<void()> done) {
+    if (!InTransaction()) return done();
+    txStates()[name_].onCommit.push_back(std::move(done));
 }
 
 void TCustomMidasDataBase::Rollback() {
     QSqlDatabase db = Database();
     if (!InTransaction()) return;
     txStates()[name_].active = false;
+    txStates()[name_].onCommit.clear();
     bool ok;
     QString err;
     if (tarvin::db::dialectOf(db) == Dialect::SQLite) {
@@ -915,10 +927,14 @@ int TMidasQuery::ApplyUpdates(int maxErrors) {
     int errors = 0;
     QVector<qint64> applied;
     QStringList messages;
-    const auto attempt = [&](auto&& prepare, qint64 id) {
+    const auto attempt = [&](auto&& prepare, qint64 id, bool mustFind = true) {
         try {
             prepare();
             stmt.ExecSQL();
+            // As the row was read, by its key: gone or changed under its key
+            // by someone else, it is not silently skipped.
+            if (mustFind && stmt.RowsAffected() == 0)
+                throw EDatabaseError(QStringLiteral("%1: Record not found or changed by another user").arg(describe()));
             applied << id;
         } catch (const EDatabaseError& e) {
             ++errors;
@@ -969,16 +985,23 @@ int TMidasQuery::ApplyUpdates(int maxErrors) {
         throw EDatabaseError(QStringLiteral("%1: %2 update(s) failed: %3").arg(describe()).arg(errors).arg(messages.join(QLatin1Char('\n'))));
     }
     if (!tooMany) {
-        // Applied changes leave the change log; failed ones stay for a retry.
-        QVector<Row> stillDeleted;
-        for (Row& r : deleted_)
-            if (!applied.contains(r.id)) stillDeleted.append(r);
-        deleted_ = std::move(stillDeleted);
-        for (Row& r : rows_)
-            if (applied.contains(r.id)) {
-                r.status = Row::Unchanged;
-                r.original = r.values;
-            }
+        // Applied changes leave the change log (at the caller's commit);
+        // failed ones stay for a retry.
+        QHash<qint64, QVector<QVariant>> written;
+        for (const Row& r : rows_)
+            if (applied.contains(r.id)) written.insert(r.id, r.values);
+        dbase.OnCommit([self = QPointer<TMidasQuery>(this), applied, written] {
+            if (!self) return;
+            QVector<Row> stillDeleted;
+            for (Row& r : self->deleted_)
+                if (!applied.contains(r.id)) stillDeleted.append(r);
+            self->deleted_ = std::move(stillDeleted);
+            for (Row& r : self->rows_)
+                if (const auto it = written.constFind(r.id); it != written.cend()) {
+                    r.original = *it;
+                    r.status = r.values == *it ? Row::Unchanged : Row::Modified;
+                }
+        });
     }
     return errors;
 }

@@ -10,6 +10,7 @@
 #include <QStringList>
 #include <QVariant>
 #include <QVector>
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <stdexcept>
@@ -134,6 +135,9 @@ public:
     void Commit();
     void Rollback();
     bool InTransaction() const;
+    // Runs `done` once the open transaction commits (at once when none is
+    // open); a rollback drops it.
+    void OnCommit(std::function<void()> done);
     tarvin::sql::Dialect Dialect() const;
     QSqlDatabase Database() const;  // throws EDatabaseError when not open
 
@@ -217,7 +221,10 @@ public:
     int GetChangeCount() const;
     void CancelUpdates();
     // Writes inserts, edits and deletes to UpdateTable by KeyFields inside
-    // one transaction of its own unless the connection has one open. Returns
+    // one transaction of its own unless the connection has one open; in a
+    // caller's transaction the changes leave the change log only when it
+    // commits, so a rollback leaves them to be written again. An edit or
+    // delete that finds no row is an error. Returns
     // the number of errors; stops and rolls back when more than maxErrors
     // (maxErrors < 0: no limit to stop at... any error still rolls back).
     int ApplyUpdates(int maxErrors = 0);

@@ -132,6 +132,28 @@ TEST_P(EnergySwing, NothingToCompareGivesNull) {
 }
 
 // ---------------------------------------------------------------------------
+// Customers with several supply sources, which PostgreSQL reads from counts
+// kept beside y_gddy: they follow every insert, delete and update.
+
+TEST_P(Routines, SupplySourceCountsFollowTheSupplySources) {
+    for (const char* hh : {"H1", "H2", "H3"}) customer(db(), QLatin1String(hh), u"客户"_s);
+    const auto several = [&] {
+        TMidasQuery q;
+        q.SetDatabaseName(db().connectionName());
+        OpenSql(&q, u"SELECT a.hh FROM v_yckhda a WHERE (SELECT COUNT(1) FROM Y_GDDY WHERE HH=A.HH)>'1' ORDER BY a.hh"_s);
+        QStringList hh;
+        for (; !q.Eof(); q.Next()) hh << q.Fields(0).AsString();
+        return hh;
+    };
+    db().exec(u"INSERT INTO y_gddy (hh, xh, dyxz) VALUES ('H1', 1, '主供'), ('H1', 2, '备用'), ('H2', 1, '主供'), ('H3', 1, '主供')"_s);
+    EXPECT_EQ(several(), QStringList{u"H1"_s});
+    db().exec(u"INSERT INTO y_gddy (hh, xh, dyxz) VALUES ('H2', 2, '备用'), ('H2', 3, '备用')"_s);
+    db().exec(u"DELETE FROM y_gddy WHERE hh = 'H1' AND xh = 2"_s);
+    db().exec(u"UPDATE y_gddy SET hh = 'H3' WHERE hh = 'H2' AND xh = 3"_s);
+    EXPECT_EQ(several(), (QStringList{u"H2"_s, u"H3"_s}));
+}
+
+// ---------------------------------------------------------------------------
 // jc_jlyctbjl
 
 TEST_P(Routines, RefundTotalsAreRecordedOnTheAnomalyWorkSheet) {

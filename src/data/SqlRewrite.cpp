@@ -170,6 +170,62 @@ bool isQuery(const Seq& s) {
     return false;
 }
 bool isSubquery(const Node& n) { return n.kind == Node::Paren && isQuery(n.kids()); }
+
+// PostgreSQL runs a correlated count once per row and cannot estimate it. A
+// WHERE condition on a customer's count of supply sources,
+//   (SELECT COUNT(1) FROM Y_GDDY WHERE HH=A.HH)>'1'
+// (COUNT(*) too, the sides of either = swapped), that a count of 0 fails
+// reads the counts kept in y_gddyhz instead (db/postgres/26_supply_counts.sql;
+// a customer without a source has no row there):
+//   A.HH IN (SELECT hh FROM y_gddyhz WHERE dys>'1')
+// whose statistics show the planner how few customers pass. `items` are the
+// FROM items the count may name; gives nothing when the condition is another.
+Seq sourceCountCondition(const Seq& s, const QSet<QString>& items) {
+    const std::vector<int> sg = sigIndexes(s);
+    if (sg.size() != 3 || s[sg[1]].kind != Node::Leaf) return {};
+    // The count's body: SELECT COUNT ( 1 ) FROM Y_GDDY WHERE HH = q . HH
+    auto correlated = [](const Node& n) -> Seq {
+        const Seq& b = n.kids();
+        const std::vector<int> k = sigIndexes(b);
+        if (n.kind != Node::Paren || k.size() != 11) return {};
+        auto at = [&](int i) -> const Node& { return b[k[i]]; };
+        auto is = [&](int i, const char* name) { return at(i).isName() && nameOf(at(i)) == QLatin1String(name); };
+        const std::vector<int> arg = sigIndexes(at(2).kids());
+        const Node* one = at(2).kind == Node::Paren && arg.size() == 1 ? &at(2).kids()[arg[0]] : nullptr;
+        const bool counted = one && (one->isOp("*") || (one->isType(TokenType::Number) && one->tok.text == QLatin1String("1")));
+        if (!at(0).isWord("SELECT") || !is(1, "COUNT") || !counted || !at(3).isWord("FROM") || !is(4, "Y_GDDY") || !at(5).isWord("WHERE"))
+            return {};
+        const int q = is(6, "HH") && at(7).isOp("=") ? 8 : at(9).isOp("=") && is(10, "HH") ? 6 : -1;
+        if (q < 0 || !at(q).isName() || is(q, "Y_GDDY") || !at(q + 1).isOp(".") || !is(q + 2, "HH")) return {};
+        return slice(b, k[q], k[q + 2] + 1);
+    };
+    const int at = !correlated(s[sg[0]]).empty() ? 0 : !correlated(s[sg[2]]).empty() ? 2 : -1;
+    if (at < 0) return {};
+    const Seq hh = correlated(s[sg[at]]);
+    if (!items.contains(nameOf(hh.front()))) return {};
+    const Node& lit = s[sg[2 - at]];
+    if (!lit.isType(TokenType::Number) && !lit.isType(TokenType::Text)) return {};
+    bool ok = false;
+    const double v = (lit.isType(TokenType::Text) ? lit.tok.text.mid(1, lit.tok.text.size() - 2) : lit.tok.text).toDouble(&ok);
+    if (!ok) return {};
+    const double l = at == 0 ? 0 : v, r = at == 0 ? v : 0;
+    const Node& op = s[sg[1]];
+    const bool zeroPasses = op.isOp("=")                                        ? l == r
+                            : op.isOp("<>") || op.isOp("!=") || op.isOp("^=")   ? l != r
+                            : op.isOp(">")                                      ? l > r
+                            : op.isOp(">=")                                     ? l >= r
+                            : op.isOp("<")                                      ? l < r
+                            : op.isOp("<=")                                     ? l <= r
+                                                                                : true;
+    if (zeroPasses) return {};
+    Seq out = hh;
+    Seq cond{raw(QStringLiteral("SELECT hh FROM y_gddyhz WHERE "))};
+    for (int i = 0; i < 3; ++i)
+        cond.push_back(i == at ? raw(QStringLiteral("dys")) : s[sg[i]].isOp("^=") ? raw(QStringLiteral("<>")) : s[sg[i]]);
+    out.push_back(raw(QStringLiteral(" IN ")));
+    out.push_back(built(QStringLiteral("("), cond, QStringLiteral(")"), s[sg[0]].pos()));
+    return out;
+}
 // Groups that belong to the expression at hand (not a nested query).
 bool isExprGroup(const Node& n) { return n.kind != Node::Leaf && !isSubquery(n); }
 
@@ -838,12 +894,20 @@ Seq Rewriter::select(const Seq& s, bool allowLimit, bool named) {
     Seq whereOut;
     bool whereKept = false;
     if (where) {
+        // The counts of supply sources a condition of the WHERE itself (no
+        // OR around it) may read from the kept counts.
+        QSet<QString> counted;
+        const bool anyOr = std::any_of(where->body.begin(), where->body.end(), [](const Node& n) { return n.isWord("OR"); });
+        if (from && d_ == Dialect::PostgreSQL && !anyOr)
+            for (const Item& it : items)
+                if (!it.complex && !it.derived && !it.name.isEmpty()) counted.insert(it.name);
         bool first = true;
         for (size_t k = 0; k < conjs.size(); ++k) {
             const Conj& c = conjs[k];
             if (c.removed) continue;
             append(whereOut, first ? conjs.front().sep : c.sep);
-            append(whereOut, expr(c.core));
+            const Seq kept = counted.isEmpty() ? Seq{} : sourceCountCondition(c.core, counted);
+            append(whereOut, kept.empty() ? expr(c.core) : kept);
             first = false;
         }
         whereKept = !first;

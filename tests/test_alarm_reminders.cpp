@@ -48,13 +48,6 @@ protected:
                      {a[0], a[4], a[3], a[5]});
         }
     }
-    void TearDown() override {
-        ModuleTest::TearDown();
-        Gdwmc.clear();
-        Gczydm.clear();
-        Gczyxm.clear();
-    }
-
     // What the host's entry does before showing the screen.
     void open(TJc_Bjtx_Frm& s) {
         s.Mqry_Bj->Close();

@@ -41,12 +41,6 @@ protected:
         db->exec(u"INSERT INTO e_jcryxx (czydm, xm, jczh) VALUES ('jc01', '王检', 'JC-001')"_s);
         drafts(kOther, u"B"_s);
     }
-    void TearDown() override {
-        Cdbh.clear();
-        Ywxdm.clear();
-        Gczydm.clear();
-        ModuleTest::TearDown();
-    }
     // A case's scheme rows and refund rows, sent (tbcdh = the case) and not.
     void drafts(const QString& cdbh, const QString& tag) {
         db->exec(u"INSERT INTO a_dnbfa (id, cdbh, hh, txm, bgsm) VALUES (?, ?, ?, 'TXM001', '换取')"_s, {tag + u'1', cdbh, kHh});

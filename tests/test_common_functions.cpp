@@ -32,18 +32,8 @@ using tarvin::sql::Dialect;
 
 namespace {
 
-// The module's world, and the session's business code restored afterwards.
 class CommonDb : public ModuleTest {
 protected:
-    void SetUp() override {
-        ModuleTest::SetUp();
-        savedYwdm_ = ywdm;
-    }
-    void TearDown() override {
-        ywdm = savedYwdm_;
-        ModuleTest::TearDown();
-    }
-
     // Moves a numbering sequence to its last number.
     void exhaust(const QString& name) {
         if (dialect() == Dialect::SQLite)
@@ -60,8 +50,6 @@ protected:
             db->exec(u"INSERT INTO z_dqgw (cdbh, ywdm, khbh, hm, dqywxmc) VALUES (?, ?, ?, ?, ?)"_s,
                       {cdbh, yw, hh, hm, item});
     }
-
-    QString savedYwdm_;
 };
 
 // ------------------------------------------------------------ server clock

@@ -41,10 +41,6 @@ protected:
                  {kCdbh, kHh});
         db->exec(u"INSERT INTO e_jlycgzd (cdbh, hh) VALUES (?, ?)"_s, {kCdbh, kHh});
     }
-    void TearDown() override {
-        Gczyxm.clear();
-        ModuleTest::TearDown();
-    }
     static void fill(QLineEdit* edit, const QString& text) {
         edit->setFocus();
         edit->selectAll();

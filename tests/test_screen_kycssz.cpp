@@ -257,7 +257,6 @@ TEST_P(ScreeningSettings, PrintsTheResultOnTheDemoUtility) {
     tarvin::demo::writeDemo(db->db(), {.customers = 2000, .seed = 1, .units = 2, .today = {}});
     Gdw = u"0101"_s;
     Gdwmc = u"城区供电分公司"_s;
-    const auto restore = qScopeGuard([] { Gdwmc.clear(); });
     reopen();
     search(s->Ts_Dfdj, u"Rb_Bydlqn"_s);
     const QStringList accounts = column();

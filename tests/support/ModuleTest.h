@@ -1,10 +1,12 @@
 // A screen test's world: a fresh database behind `Shdl` on the engine under
 // test, the module's shared data modules created on it, the session's unit
-// set, and every message box recorded (a test that expects none says so by
+// set (every session text a test changes given back afterwards), and every
+// message box recorded (a test that expects none says so by
 // leaving `boxes` empty; TearDown checks it).
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "ScreenHarness.h"
 #include "TestDb.h"
@@ -22,7 +24,7 @@ protected:
     bool expectNoBoxes = true;
 
 private:
-    QString savedGdw_;
+    std::vector<QString> savedSession_;
 };
 
 }  // namespace tarvin::test

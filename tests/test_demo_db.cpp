@@ -194,23 +194,15 @@ TEST(DemoProgram, WritesANewFileShowsProgressAndRefusesToWriteItTwice) {
 TEST(DemoProgram, BadArgumentsAreNamedAndNothingIsCreated) {
     QTemporaryDir dir;
     const QString file = dir.filePath(u"never.sqlite"_s), db = u"sqlite:"_s + file;
-    const struct {
-        QStringList args;
-        const char* says;
-    } cases[] = {
-        {{}, "--db URL is required"},
-        {{u"--db"_s, db, u"--customers"_s, u"0"_s}, "--customers needs a whole number"},
-        {{u"--db"_s, db, u"--units"_s, u"100"_s}, "--units needs a whole number from 1 to 99"},
-        {{u"--db"_s, db, u"--seed"_s, u"-1"_s}, "--seed needs a whole number"},
-        {{u"--db"_s, db, u"--customers"_s, u"2"_s, u"--units"_s, u"3"_s}, "at least one customer per unit"},
-        {{u"--db"_s, db, u"--colour"_s}, "unknown argument '--colour'"},
-        {{u"--db"_s, u"sqlite:"_s + dir.filePath(u"no/such/folder.sqlite"_s)}, "does not exist"},
-    };
-    for (const auto& c : cases) {
-        const ProgramRun r = runDemoDb(c.args);
-        EXPECT_EQ(r.code, 2) << c.says;
-        EXPECT_TRUE(r.err.contains(QLatin1String(c.says))) << r.err.toStdString();
-    }
+    expectRefusals(u"tarvin-demo-db"_s, {
+        {{}, u"--db URL is required"_s},
+        {{u"--db"_s, db, u"--customers"_s, u"0"_s}, u"--customers needs a whole number"_s},
+        {{u"--db"_s, db, u"--units"_s, u"100"_s}, u"--units needs a whole number from 1 to 99"_s},
+        {{u"--db"_s, db, u"--seed"_s, u"-1"_s}, u"--seed needs a whole number"_s},
+        {{u"--db"_s, db, u"--customers"_s, u"2"_s, u"--units"_s, u"3"_s}, u"at least one customer per unit"_s},
+        {{u"--db"_s, db, u"--colour"_s}, u"unknown argument '--colour'"_s},
+        {{u"--db"_s, u"sqlite:"_s + dir.filePath(u"no/such/folder.sqlite"_s)}, u"does not exist"_s},
+    });
     EXPECT_FALSE(QFileInfo::exists(file));
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::NoDotAndDotDot).size(), 0);
 }

@@ -27,9 +27,6 @@ protected:
         tarvin::demo::writeDemo(db->db(), demo);
         Gdw = u"0101"_s;
     }
-    ProgramRun tool(const QStringList& args) {
-        return runProgram(u"tarvin-screen"_s, QStringList{u"--db"_s, db->url(), u"--unit"_s, u"0101"_s} + args);
-    }
     // The accounts the screen lists once the category's radio is chosen,
     // the values given typed into their controls (a filter's box checked
     // first) and the search run.
@@ -70,7 +67,7 @@ TEST_P(TarvinScreen, ListsWhatTheScreenFindsWithAReasonEachAndRefusesWhatTheScre
         const QStringList values = given.count(c.Code) ? given.at(c.Code) : QStringList();
         QStringList args{u"--category"_s, QString::number(c.Code)};
         for (const QString& v : values) args << u"--param"_s << v;
-        const ProgramRun run = tool(args);
+        const ProgramRun run = runProgram(u"tarvin-screen"_s, QStringList{u"--db"_s, db->url(), u"--unit"_s, u"0101"_s} + args);
         ASSERT_EQ(run.code, 0) << run.err.toStdString();
         QStringList lines = run.out.split(u'\n', Qt::SkipEmptyParts), accounts;
         ASSERT_FALSE(lines.isEmpty());
@@ -85,21 +82,13 @@ TEST_P(TarvinScreen, ListsWhatTheScreenFindsWithAReasonEachAndRefusesWhatTheScre
         std::sort(screen.begin(), screen.end());
         EXPECT_EQ(accounts, screen);
     }
-    const struct {
-        QStringList args;
-        QString says;
-    } bad[] = {
+    expectRefusals(u"tarvin-screen"_s, {
         {{u"--category"_s, u"5"_s}, u"there is no screening category 5"_s},
         {{u"--category"_s, u"3"_s}, u"cannot be chosen on the screening screen"_s},
         {{u"--category"_s, u"2"_s}, u"请输入台区编号！"_s},
         {{u"--category"_s, u"10"_s, u"--param"_s, u"NY=2024"_s}, u"年月输入不合法，请检查！"_s},
         {{u"--category"_s, u"10"_s, u"--param"_s, u"YS=3"_s}, u"--param YS=3: category 10 takes NAME=VALUE"_s},
-    };
-    for (const auto& b : bad) {
-        const ProgramRun r = tool(b.args);
-        EXPECT_EQ(r.code, 2) << b.says.toStdString();
-        EXPECT_TRUE(r.err.contains(b.says)) << r.err.toStdString();
-    }
+    }, {u"--db"_s, db->url(), u"--unit"_s, u"0101"_s});
 }
 
 TARVIN_INSTANTIATE_ENGINES(TarvinScreen);

@@ -71,4 +71,12 @@ ProgramRun runProgram(const QString& name, const QStringList& args, int timeoutM
     return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()), QString::fromUtf8(p.readAllStandardError())};
 }
 
+void expectRefusals(const QString& name, const QList<Refusal>& refusals, const QStringList& leading) {
+    for (const Refusal& r : refusals) {
+        const ProgramRun run = runProgram(name, leading + r.args);
+        EXPECT_EQ(run.code, 2) << r.says.toStdString();
+        EXPECT_TRUE(run.err.contains(r.says)) << run.err.toStdString();
+    }
+}
+
 }  // namespace tarvin::test

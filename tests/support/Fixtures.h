@@ -39,5 +39,11 @@ struct ProgramRun {
     QString out, err;
 };
 ProgramRun runProgram(const QString& name, const QStringList& args, int timeoutMs = 120000);
+// Bad arguments and what the program must say of them (with exit code 2).
+struct Refusal {
+    QStringList args;
+    QString says;
+};
+void expectRefusals(const QString& name, const QList<Refusal>& refusals, const QStringList& leading = {});
 
 }  // namespace tarvin::test

@@ -117,7 +117,6 @@ TEST_P(OracleRules, QueriesGiveOraclesRows) {
         {perMonth.arg("b.ny(+)=:ny"), {{"ny", "202402"}}, {"", "2", "5"}, "CS"},
         {perMonth.arg("b.NY=:ny"), {{"ny", "202402"}}, {k1, k3}},
         {"select * from   (select distinct A.hh,B.NY from r_kh A,r_sq  B  where A.HH=B.HH(+)) A WHERE NY is null", {}, {k4}},
-        {nested, {{"cs", "1"}}, {"3"}, "JLS"},
         {nested, {{"cs", "0"}}, {"3"}, "JLS"},
         {QString(nested).replace("b.cs>:cs", "b.cs>=:cs"), {{"cs", "0"}}, {"4"}, "JLS"},
         // rownum: the first row of a scalar subquery, a limit.

@@ -305,12 +305,15 @@ TEST_P(WorkflowTest, GetsysdateFollowsTheDatabaseClockAndEveryCallRefusesWithout
     EXPECT_LT(std::fabs(wf().getsysdate() - QDate(1899, 12, 30).daysTo(now.date()) - now.time().msecsSinceStartOfDay() / 86400000.0), 1.0)
         << "back on the real clock (the server's zone may differ by hours)";
 
+    ASSERT_EQ(start(Start(), true), WF_OK);
     db().db().close();
     EXPECT_EQ(start(Start(), true), WF_NO_CONNECTION);
     EXPECT_EQ(start(Start()), WF_NO_CONNECTION);
     EXPECT_EQ(send("0000000101", "40102", td(2024, 7, 2)), WF_NO_CONNECTION);
     EXPECT_EQ(tell("0000000101"), WF_NO_CONNECTION);
     EXPECT_EQ(wf().getsysdate(), 0.0);
+    ASSERT_TRUE(db().db().open());
+    EXPECT_EQ(start(Start(), true), WF_OK) << "the connection opened again keeps nothing of the closed one";
 }
 
 // ---------------------------------------------------------------------------

@@ -57,7 +57,8 @@ private:
     struct Item;
     struct Case;
     int checkStart(const StartRequest& r, Item& first);
-    void advance(const Case& c, const Item& at, const QDateTime& when, const QString& czydm);
+    // openStep: the step of z_lcls known to be open at `at` (0: look it up).
+    void advance(const Case& c, const Item& at, const QDateTime& when, const QString& czydm, int openStep = 0);
     bool findItem(const QString& ywxdm, Item& out);
     bool findCase(const QString& cdbh, Case& out);
 

@@ -148,6 +148,7 @@ void prepareConnection(const QString& connectionName) {
 
 void closeConnection(const QString& connectionName) {
     if (!QSqlDatabase::contains(connectionName)) return;
+    ForgetCompiledStatements(connectionName);
     {
         QSqlDatabase db = QSqlDatabase::database(connectionName, false);
         if (db.isOpen()) db.close();

@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QPointer>
+#include <QScopeGuard>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlField>
@@ -10,6 +11,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <unordered_map>
 
 #include "Connection.h"
 
@@ -441,6 +443,53 @@ void TMidasQuery::Refresh() {
     if (!rows_.isEmpty()) setCurrent(std::clamp(keep, 0, int(rows_.size()) - 1));
 }
 
+namespace {
+
+// SQLite compiles a text each time it is prepared. The texts a session runs
+// again and again (a scratch query's few texts, an apply's inserts, the
+// clock) keep their compiled statements, per connection; a statement is
+// reset before it goes back, so a kept one holds no lock.
+class CompiledText {
+public:
+    CompiledText(const QString& connection, const QSqlDatabase& db, const QString& text) : text_(text) {
+        Cache& cache = caches()[connection];
+        if (cache.driver != db.driver()) {  // another connection under the name
+            cache.byText.clear();
+            cache.driver = db.driver();
+        }
+        cache_ = &cache;
+    }
+    bool TakeInto(QSqlQuery& q) {
+        auto node = cache_->byText.extract(text_);
+        if (node.empty()) return false;
+        q = std::move(node.mapped());
+        return true;
+    }
+    void GiveBack(QSqlQuery& q) {
+        q.finish();
+        if (cache_->byText.size() >= kKept) cache_->byText.clear();
+        cache_->byText.insert_or_assign(text_, std::move(q));
+    }
+
+private:
+    static constexpr std::size_t kKept = 256;
+    struct Cache {
+        const QSqlDriver* driver = nullptr;
+        std::unordered_map<QString, QSqlQuery> byText;
+    };
+    static std::map<QString, Cache>& caches() {
+        static std::map<QString, Cache> all;
+        return all;
+    }
+    friend void ::ForgetCompiledStatements(const QString& connectionName);
+    Cache* cache_;
+    QString text_;
+};
+
+}  // namespace
+
+void ForgetCompiledStatements(const QString& connectionName) { CompiledText::caches().erase(connectionName); }
+
 void TMidasQuery::run(bool expectRows) {
     const QString text = sql_.Text();
     if (text.trimmed().isEmpty())
@@ -475,6 +524,8 @@ void TMidasQuery::run(bool expectRows) {
     QSqlQuery q(db);
     q.setForwardOnly(true);
     bool ok = false;
+    // Given back to the cache when the run is over (SQLite).
+    std::unique_ptr<CompiledText> reuse;
     if (dialect == Dialect::PostgreSQL) {
         QStringList lits;
         lits.reserve(values.size());
@@ -489,21 +540,37 @@ void TMidasQuery::run(bool expectRows) {
             for (const QString& n : t.params) names << QLatin1Char(':') + n;
             lastEngineSql_ = t.withLiterals(names);
         }
-        ok = q.prepare(lastEngineSql_);
-        if (ok) {
+        const auto bindAndRun = [&] {
             for (int i = 0; i < values.size(); ++i) {
                 QVariant v = values.at(i);
                 // SQLite keeps date-times in one canonical text form.
                 if (dialect == Dialect::SQLite && v.typeId() == QMetaType::QDateTime)
                     v = v.toDateTime().toString(kDateTimeFormat);
                 if (dialect == Dialect::SQLite)
-                    q.addBindValue(v);
+                    q.bindValue(i, v);
                 else
                     q.bindValue(QLatin1Char(':') + t.params.at(i), v);
             }
-            ok = q.exec();
+            return q.exec();
+        };
+        if (dialect == Dialect::SQLite) {
+            reuse = std::make_unique<CompiledText>(connectionName_, db, lastEngineSql_);
+            // A compiled statement that no longer runs (its connection was
+            // closed and opened again) is compiled afresh, once.
+            if (reuse->TakeInto(q)) ok = bindAndRun();
+            if (!ok) {
+                q = QSqlQuery(db);
+                q.setForwardOnly(true);
+                ok = q.prepare(lastEngineSql_) && bindAndRun();
+            }
+            if (!ok) reuse.reset();
+        } else {
+            ok = q.prepare(lastEngineSql_) && bindAndRun();
         }
     }
+    const auto giveBack = qScopeGuard([&] {
+        if (reuse) reuse->GiveBack(q);
+    });
     if (!ok) {
         const QString err = q.lastError().text();
         throw EDatabaseError(QStringLiteral("%1: %2\nSQL: %3").arg(describe(), err, lastEngineSql_));
@@ -573,6 +640,18 @@ void TMidasQuery::run(bool expectRows) {
     current_ = rows_.isEmpty() ? -1 : 0;
     eof_ = bof_ = true;
     if (!rows_.isEmpty()) eof_ = false;
+    emit rowsReset();
+    emit stateChanged();
+    emit currentChanged(current_);
+}
+
+void TMidasQuery::DisableControls() {
+    if (controlsDisabled_++ == 0) blockSignals(true);
+}
+
+void TMidasQuery::EnableControls() {
+    if (controlsDisabled_ == 0 || --controlsDisabled_ > 0) return;
+    blockSignals(false);
     emit rowsReset();
     emit stateChanged();
     emit currentChanged(current_);

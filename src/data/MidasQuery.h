@@ -211,6 +211,12 @@ public:
     // filled locally).
     QVariant valueAt(int row, int col) const;
 
+    // While disabled (calls nest), the grids and edits bound to the dataset
+    // are not told of each move and change; enabling tells them once. For
+    // handlers that walk or fill many rows.
+    void DisableControls();
+    void EnableControls();
+
     // --- editing (kept in memory until ApplyUpdates) ---
     void Append();
     void Insert();
@@ -282,8 +288,13 @@ private:
     qint64 returnTo_ = 0;  // row current before an insert, for Cancel
     qint64 nextId_ = 1;
     int rowsAffected_ = 0;
+    int controlsDisabled_ = 0;
     QString lastEngineSql_;
 };
+
+// Drops the compiled statements kept for a connection (SQLite), before it
+// closes; a connection reopened under the name would compile afresh anyway.
+void ForgetCompiledStatements(const QString& connectionName);
 
 // The fixed order in which screens run a text: close the query, replace its
 // text, bind the parameters by name, then open it (OpenSql) or execute it

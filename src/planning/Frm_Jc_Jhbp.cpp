@@ -298,6 +298,8 @@ void TJc_Jhbp_Frm::SaveTasks(const QString& planType) {
     try {
         tasks->Close();
         tasks->Open();
+        tasks->DisableControls();
+        const auto shown = qScopeGuard([tasks] { tasks->EnableControls(); });
         for (int i = 0; i < Lb_Jckhjs->count(); ++i) {
             const QString hh = Lb_Jckhjs->item(i)->text().left(10);
             const QString cdbh = GetNewCdbh();
@@ -425,6 +427,8 @@ void TJc_Jhbp_Frm::Bbtn_FsClick() {
         sJcph = GetNewJcph();
         if (sJcph.isEmpty()) throw EDatabaseError(u"检查批号已用完"_s);
         shdl.StartTransaction();
+        tasks->DisableControls();
+        const auto shown = qScopeGuard([tasks] { tasks->EnableControls(); });
         for (tasks->First(); !tasks->Eof(); tasks->Next()) {
             tasks->Edit();
             tasks->FieldByName(u"jcph"_s).SetAsString(sJcph);

@@ -54,3 +54,6 @@ CREATE TRIGGER y_gddy_gddyhz_d AFTER DELETE ON y_gddy
     REFERENCING OLD TABLE AS jz FOR EACH STATEMENT EXECUTE FUNCTION tarvin_gddyhz_follow();
 CREATE TRIGGER y_gddy_gddyhz_t AFTER TRUNCATE ON y_gddy
     FOR EACH STATEMENT EXECUTE FUNCTION tarvin_gddyhz_follow();
+
+-- A database that already has supply sources starts with their counts.
+INSERT INTO y_gddyhz (hh, dys) SELECT hh, COUNT(*) FROM y_gddy WHERE hh IS NOT NULL GROUP BY hh;

@@ -24,10 +24,15 @@ TMidasQuery* scratch() {
 
 // The server's clock as text in an Oracle to_char format.
 QString serverClockText(const QString& format) {
+    static const QString kText = u"select to_char(sysdate,:format) from dual"_s;
     TMidasQuery* q = scratch();
     q->Close();
-    q->SQL().Clear();
-    q->SQL().Add(u"select to_char(sysdate,:format) from dual"_s);
+    // Read many times in a row (a dispatch reads it per task): the text is
+    // set only when another one stands there.
+    if (q->SQL().Text() != kText) {
+        q->SQL().Clear();
+        q->SQL().Add(kText);
+    }
     q->ParamByName(u"format"_s).SetAsString(format);
     q->Open();
     const QString text = q->Fields(0).AsString();
@@ -83,15 +88,24 @@ bool isInnerEdit(const QWidget* w, const QWidget* screen) {
 
 // ------------------------------------------------------------ server clock
 
-QDateTime GetServerDateTime() {
-    const QString text = serverClockText(u"YYYY-MM-DD HH24:mi:ss"_s);
-    return QDateTime::fromString(text, u"yyyy-MM-dd HH:mm:ss"_s);
+// "YYYY-MM-DD[ HH:MM:SS]" read by position: the clock is read often, and a
+// format parse costs more than the query on SQLite. Anything else is invalid.
+static QDateTime clockValue(const QString& text) {
+    const auto number = [&text](int from, int length) {
+        bool ok = false;
+        const int n = QStringView(text).mid(from, length).toInt(&ok);
+        return ok ? n : -1;
+    };
+    const QDate day(number(0, 4), number(5, 2), number(8, 2));
+    if (text.size() == 10) return day.startOfDay();
+    const QTime time(number(11, 2), number(14, 2), number(17, 2));
+    if (text.size() != 19 || !day.isValid() || !time.isValid()) return {};
+    return QDateTime(day, time);
 }
 
-QDateTime GetServerDate() {
-    const QString text = serverClockText(u"YYYY-MM-DD"_s);
-    return QDate::fromString(text, u"yyyy-MM-dd"_s).startOfDay();
-}
+QDateTime GetServerDateTime() { return clockValue(serverClockText(u"YYYY-MM-DD HH24:mi:ss"_s)); }
+
+QDateTime GetServerDate() { return clockValue(serverClockText(u"YYYY-MM-DD"_s)); }
 
 QString GetServerNy() {
     const QString text = serverClockText(u"YYYY-MM-DD"_s);

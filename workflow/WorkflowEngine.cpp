@@ -436,6 +436,33 @@ int WorkflowEngine::start(const StartRequest& r) {
         if (const int rc = checkStart(r, first)) return rc;
         const Sql sql(db_);
         const QVariant at = sql.stamp(fromTDateTime(r.kssj));
+        // An item the starting screen itself performs (dispatching an
+        // inspection task) is finished by the start: the case is written
+        // standing at the next item, its first step done and the next one
+        // open, as the start and the move would leave it. On PostgreSQL
+        // that is one statement, atomic by itself.
+        if (first.completedByStart && first.nextRead && !isOracle(db_)) {
+            const QVariantList values{r.cdbh, r.ywdm, textOrNull(r.hh), textOrNull(r.hm), textOrNull(r.yddz),
+                                      first.nextYwxdm, first.nextYwxmc, first.ywxdm, first.ywxmc, textOrNull(r.czydm),
+                                      r.dw, textOrNull(r.yxj), at, at,
+                                      r.cdbh, r.ywdm, first.ywxdm, first.ywxmc, textOrNull(r.czydm), r.dw, at, at,
+                                      r.cdbh, r.ywdm, first.nextYwxdm, first.nextYwxmc, r.dw, at};
+            const QString dqgw = QStringLiteral(
+                "INSERT INTO z_dqgw (cdbh, ywdm, khbh, hm, yddz, dqywx, dqywxmc, lastywx, lastywxmc, czy, glbm, yxj, kssj, jssj) "
+                "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
+            const QString steps = QStringLiteral(
+                "INSERT INTO z_lcls (cdbh, xh, ywdm, ywxdm, ywxmc, czy, glbm, jssj, wcsj) "
+                "VALUES (?, 1, ?, ?, ?, ?, ?, ?, ?), (?, 2, ?, ?, ?, NULL, ?, ?, NULL)");
+            if (isPostgres(db_)) {
+                sql.run(QStringLiteral("WITH d AS (") + dqgw + QStringLiteral(") ") + steps, values);
+            } else {
+                Atomic unit(db_);
+                sql.run(dqgw, values.mid(0, 14));
+                sql.run(steps, values.mid(14));
+                unit.done();
+            }
+            return int(WF_OK);
+        }
         Atomic unit(db_);
         sql.run(QStringLiteral("INSERT INTO z_dqgw (cdbh, ywdm, khbh, hm, yddz, dqywx, dqywxmc, czy, glbm, yxj, kssj, jssj) "
                                "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),

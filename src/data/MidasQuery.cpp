@@ -553,7 +553,10 @@ void TMidasQuery::run(bool expectRows) {
             }
             return q.exec();
         };
-        if (dialect == Dialect::SQLite) {
+        // A text with its values written in (an account between quotes) is
+        // seldom run twice: kept, such texts would push out the ones that are.
+        const bool repeated = !t.params.isEmpty() || !lastEngineSql_.contains(QLatin1Char('\''));
+        if (dialect == Dialect::SQLite && repeated) {
             reuse = std::make_unique<CompiledText>(connectionName_, db, lastEngineSql_);
             // A compiled statement that no longer runs (its connection was
             // closed and opened again) is compiled afresh, once.

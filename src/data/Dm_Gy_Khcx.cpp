@@ -20,3 +20,8 @@ TGy_Khcx_Dm::TGy_Khcx_Dm(QObject* owner) : QObject(owner) {
 TGy_Khcx_Dm::~TGy_Khcx_Dm() {
     if (Gy_Khcx_Dm == this) Gy_Khcx_Dm = nullptr;
 }
+
+TGy_Khcx_Dm& Khcx() {
+    if (!Gy_Khcx_Dm) throw EDatabaseError(QStringLiteral("Gy_Khcx_Dm: the data module is not created"));
+    return *Gy_Khcx_Dm;
+}

@@ -20,3 +20,6 @@ public:
 };
 
 extern TGy_Khcx_Dm* Gy_Khcx_Dm;
+// The module for a screen that needs it; an error naming it when it is not
+// created, which the screen's guard shows as a message.
+TGy_Khcx_Dm& Khcx();

@@ -72,3 +72,8 @@ TJc_Main_Dm::TJc_Main_Dm(QObject* owner) : QObject(owner) {
 TJc_Main_Dm::~TJc_Main_Dm() {
     if (Jc_Main_Dm == this) Jc_Main_Dm = nullptr;
 }
+
+TJc_Main_Dm& MainDm() {
+    if (!Jc_Main_Dm) throw EDatabaseError(QStringLiteral("Jc_Main_Dm: the data module is not created"));
+    return *Jc_Main_Dm;
+}

@@ -58,3 +58,6 @@ public:
 };
 
 extern TJc_Main_Dm* Jc_Main_Dm;
+// The module for a screen that needs it; an error naming it when it is not
+// created, which the screen's guard shows as a message.
+TJc_Main_Dm& MainDm();

@@ -136,3 +136,8 @@ TJc_Tarvin_Dm::TJc_Tarvin_Dm(QObject* owner) : QObject(owner) {
 TJc_Tarvin_Dm::~TJc_Tarvin_Dm() {
     if (Jc_Tarvin_Dm == this) Jc_Tarvin_Dm = nullptr;
 }
+
+TJc_Tarvin_Dm& Tarvin() {
+    if (!Jc_Tarvin_Dm) throw EDatabaseError(QStringLiteral("Jc_Tarvin_Dm: the data module is not created"));
+    return *Jc_Tarvin_Dm;
+}

@@ -53,3 +53,6 @@ public:
 };
 
 extern TJc_Tarvin_Dm* Jc_Tarvin_Dm;
+// The module for a screen that needs it; an error naming it when it is not
+// created, which the screen's guard shows as a message.
+TJc_Tarvin_Dm& Tarvin();

@@ -25,11 +25,6 @@ QPointer<TJc_Jlyccl_Frm> Jc_Jlyccl_Frm;
 
 namespace {
 
-TJc_Tarvin_Dm& Tarvin() {
-    if (!Jc_Tarvin_Dm) throw EDatabaseError(u"Jc_Tarvin_Dm: the data module is not created"_s);
-    return *Jc_Tarvin_Dm;
-}
-
 // A designed query run again for another value of its one parameter.
 void Reopen(TMidasQuery* query, const QString& param, const QString& value) {
     query->Close();

@@ -28,11 +28,6 @@ struct WaitCursor {
     ~WaitCursor() { QApplication::restoreOverrideCursor(); }
 };
 
-TGy_Khcx_Dm& Khcx() {
-    if (!Gy_Khcx_Dm) throw EDatabaseError(u"Gy_Khcx_Dm: the data module is not created"_s);
-    return *Gy_Khcx_Dm;
-}
-
 bool isEnter(const QKeyEvent* key) {
     return key && (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter);
 }

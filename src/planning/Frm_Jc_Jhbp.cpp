@@ -30,16 +30,6 @@ const QString kSendFailed = u"当前客户流程发送错误，请尝试重新�
 const QString kYwdm = u"401"_s;
 const QString kYwxdm = u"40101"_s;
 
-TJc_Tarvin_Dm& Tarvin() {
-    if (!Jc_Tarvin_Dm) throw EDatabaseError(u"Jc_Tarvin_Dm: the data module is not created"_s);
-    return *Jc_Tarvin_Dm;
-}
-
-TJc_Main_Dm& Main() {
-    if (!Jc_Main_Dm) throw EDatabaseError(u"Jc_Main_Dm: the data module is not created"_s);
-    return *Jc_Main_Dm;
-}
-
 QTableView* BoundGrid(QWidget* screen, const char* name, TMidasQuery* query, const QList<TColumn>& columns,
                       TDBGridBinding** binding = nullptr) {
     QTableView* grid = NewRowGrid(screen, name);
@@ -93,7 +83,7 @@ TJc_Jhbp_Frm::TJc_Jhbp_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     setTabOrder(Dbg_Jhbp, Bbtn_Xz);
     setTabOrder(Bbtn_Sx, Dbg_Jcqkll);
 
-    TJc_Main_Dm& main = Main();
+    TJc_Main_Dm& main = MainDm();
     Dblc_Jcbm->SetListSource(main.MQry_Bm, u"DM"_s, u"MC"_s);
     dblc_jclx->SetListSource(main.MQry_Jclx, u"MC"_s, u"MC"_s);
 
@@ -117,7 +107,7 @@ TJc_Jhbp_Frm::TJc_Jhbp_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
 
 void TJc_Jhbp_Frm::FormShow() {
     TZt_Template_Frm::FormShow();
-    TJc_Main_Dm& main = Main();
+    TJc_Main_Dm& main = MainDm();
     for (TMidasQuery* q : {main.MQry_Jclx, main.MQry_Bm}) {
         q->Close();
         q->Open();
@@ -438,7 +428,7 @@ void TJc_Jhbp_Frm::Bbtn_FsClick() {
             const QString hm = tasks->FieldByName(u"HM"_s).AsString();
             const QString yddz = tasks->FieldByName(u"YDDZ"_s).AsString();
 
-            TMidasQuery* update = Main().MQry_Update;
+            TMidasQuery* update = MainDm().MQry_Update;
             OpenSql(update, u"select htrl from y_khda where hh='"_s + QuotedSqlText(hh) + u"' "_s);
             const double htrl = update->FieldByName(u"htrl"_s).AsFloat();
             ExecSql(update, u"Insert into A_YKKZB(CDBH,htrl) Values(:CDBH,:HTRL)"_s, {{"CDBH", cdbh}, {"HTRL", htrl}});

@@ -25,16 +25,6 @@ namespace {
 
 constexpr int kMemoLength = 1000;
 
-TJc_Tarvin_Dm& Tarvin() {
-    if (!Jc_Tarvin_Dm) throw EDatabaseError(u"Jc_Tarvin_Dm: the data module is not created"_s);
-    return *Jc_Tarvin_Dm;
-}
-
-TJc_Main_Dm& MainDm() {
-    if (!Jc_Main_Dm) throw EDatabaseError(u"Jc_Main_Dm: the data module is not created"_s);
-    return *Jc_Main_Dm;
-}
-
 // A memo holds what its column holds: typing or pasting past the limit is
 // cut at the limit.
 void LimitLength(QPlainTextEdit* memo, int length) {

@@ -32,16 +32,6 @@ QPointer<TJc_Kycssz_Frm> Jc_Kycssz_Frm;
 
 namespace {
 
-TJc_Main_Dm& Main() {
-    if (!Jc_Main_Dm) throw EDatabaseError(u"Jc_Main_Dm: the data module is not created"_s);
-    return *Jc_Main_Dm;
-}
-
-TJc_Tarvin_Dm& Tarvin() {
-    if (!Jc_Tarvin_Dm) throw EDatabaseError(u"Jc_Tarvin_Dm: the data module is not created"_s);
-    return *Jc_Tarvin_Dm;
-}
-
 // More customers than this are not fetched: the user narrows the search.
 constexpr int kMaxRows = 300;
 
@@ -62,7 +52,7 @@ constexpr char16_t kSeparator = u'\u2506';
 
 // The code lists the screen's look-up boxes show; reopened on every opening.
 QList<TMidasQuery*> LookUps() {
-    TJc_Main_Dm& m = Main();
+    TJc_Main_Dm& m = MainDm();
     return {m.MQry_Dydj, m.Mqry_Khlx, m.Mqry_Dw, m.Mqry_Ydlb, m.Mqry_Hylb, m.Mqry_Ywlb, m.Mqry_Djm};
 }
 
@@ -99,7 +89,7 @@ TJc_Kycssz_Frm::TJc_Kycssz_Frm(QWidget* parent) : TZt_Template_Frm(parent) {
     for (const TKycsCategory& c : KycsCategories())
         if (auto* radio = findChild<QRadioButton*>(c.Radio)) radio->setText(c.Caption);
 
-    TJc_Main_Dm& m = Main();
+    TJc_Main_Dm& m = MainDm();
     Dblc_Dw->SetListSource(m.Mqry_Dw, u"DM"_s, u"MC"_s);
     Dblc_Dydj->SetListSource(m.MQry_Dydj, u"DM"_s, u"MC"_s);
     dblc_Ydlb->SetListSource(m.Mqry_Ydlb, u"DM"_s, u"MC"_s);
@@ -184,7 +174,7 @@ void TJc_Kycssz_Frm::FormShow() {
     const QDate today = GetServerDateTime().date();
     for (TMidasQuery* q : LookUps()) {
         q->Close();
-        if (q == Main().Mqry_Dw) q->Params()[0].SetAsString(Gdw);
+        if (q == MainDm().Mqry_Dw) q->Params()[0].SetAsString(Gdw);
         q->Open();
     }
     // The server's year-month, year and dates, and the business kind "all".
@@ -654,7 +644,7 @@ void TJc_Kycssz_Frm::Sb_XzCbcClick() {
 // ------------------------------------------------------------ area loss list
 
 void TJc_Kycssz_Frm::LoadAreaList() {
-    OpenSql(Main().Mqry_Xltq, u" select * from g_gytqshfx  where dw=:dw and  ny=:ny "_s,
+    OpenSql(MainDm().Mqry_Xltq, u" select * from g_gytqshfx  where dw=:dw and  ny=:ny "_s,
             {{"dw", UnitKey()}, {"ny", edt_Shny->text().trimmed()}});
     areaGrid_->Model()->SetColumns({{u"TQBH"_s, u"台区编号"_s, 80},
                                     {u"TQMC"_s, u"台区名称"_s, 140},
@@ -666,11 +656,11 @@ void TJc_Kycssz_Frm::LoadAreaList() {
 
 void TJc_Kycssz_Frm::edt_ShnyChange() {
     // A list on show follows the year-month.
-    if (Main().Mqry_Xltq->Active()) LoadAreaList();
+    if (MainDm().Mqry_Xltq->Active()) LoadAreaList();
 }
 
 void TJc_Kycssz_Frm::dbg_xltqCellClick(const QModelIndex& index) {
-    TMidasQuery* list = Main().Mqry_Xltq;
+    TMidasQuery* list = MainDm().Mqry_Xltq;
     const int column = list->FindFieldIndex(u"TQBH"_s);
     if (index.isValid() && column >= 0) Edt_Tqbh->setText(list->valueAt(index.row(), column).toString());
 }

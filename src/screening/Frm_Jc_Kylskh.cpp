@@ -34,11 +34,6 @@ const QString kSelectKhSql =
 // The separator of account number and name in the plan screen's list.
 constexpr char16_t kSeparator = u'\u2506';
 
-TJc_Main_Dm& MainDm() {
-    if (!Jc_Main_Dm) throw EDatabaseError(u"Jc_Main_Dm: the data module is not created"_s);
-    return *Jc_Main_Dm;
-}
-
 // A read-only list of the query's rows in these columns, the last one
 // taking the rest of the width.
 QTableView* ListGrid(QWidget* screen, const char* name, TMidasQuery* query, const QList<TColumn>& columns) {
